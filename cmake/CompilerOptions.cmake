@@ -1,0 +1,22 @@
+# Language level, warnings and hardening, as one interface target that every target of the tree uses.
+add_library(kvutils_options INTERFACE)
+
+target_compile_features(kvutils_options INTERFACE cxx_std_20)
+target_compile_options(kvutils_options INTERFACE
+  -Werror -Wall -Wextra -Wpedantic
+  -Wconversion -Wsign-conversion -Wshadow -Wold-style-cast -Wuseless-cast -Wcast-align -Wcast-qual
+  -Wduplicated-branches -Wduplicated-cond -Wlogical-op -Wnull-dereference -Wnon-virtual-dtor
+  -Woverloaded-virtual -Wformat=2 -Wno-format-nonliteral -Wundef
+  -fstack-protector-strong)
+target_compile_definitions(kvutils_options INTERFACE
+  UNICODE _UNICODE
+  $<$<NOT:$<CONFIG:Debug>>:_FORTIFY_SOURCE=2>
+  $<$<CONFIG:Debug>:_GLIBCXX_ASSERTIONS>)
+
+# The checks of the stack protector and of fortified calls come from libssp, linked into each program
+# so that no further DLL is needed beside it. Position independence, a high-entropy address space and
+# a non-executable stack are asked for by name, whatever the linker's defaults are.
+target_link_options(kvutils_options INTERFACE
+  LINKER:--dynamicbase,--high-entropy-va,--nxcompat
+  LINKER:--fatal-warnings)
+set(KVUTILS_SSP_LIBRARIES -Wl,-Bstatic -lssp -Wl,-Bdynamic)
