@@ -7,8 +7,9 @@
 
 namespace kv::internal {
 
-// While alive, the calling thread reads and prints numbers with ".", whatever locale the host has set.
-// Other threads keep theirs. Where "." already holds, it costs one look at the locale and changes nothing.
+// While alive, the calling thread reads and prints numbers with ".", whatever locale the host has
+// set. Other threads keep theirs. Where "." already holds, it costs one look at the locale and
+// changes nothing.
 class ScopedCNumericLocale {
  public:
   ScopedCNumericLocale() {
