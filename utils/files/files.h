@@ -271,10 +271,7 @@ class KVUTILS_API MTextFile {
 
  private:
   struct Stream;
-
-  bool ReadSignificantLine();
-  template <typename Value>
-  bool WriteRow(const Value* values, int count, const char* format);
+  struct Access;  // what the members share and the DLL does not export
 
   std::wstring m_FileName;
   int m_BomSkipped;  // 1 when the file open for reading began with EF BB BF

@@ -127,8 +127,6 @@ class KVUTILS_API KelvarisPath {
   bool IsSearchFileInCD(const char* name);
 
  private:
-  void Discover();
-
   std::shared_ptr<char[]> m_Buffer;
 };
 

@@ -1,0 +1,58 @@
+#include "utils/internal/wide_path.h"
+
+#include <climits>
+#include <cstring>
+
+#include "utils/internal/win32.h"
+#include "utils/text/text.h"
+
+namespace kv::internal {
+
+WidePath::WidePath(const char* utf8) {
+  short_[0] = L'\0';
+  const std::size_t length = utf8 == nullptr ? 0 : std::strlen(utf8);
+  if (length == 0 || length > INT_MAX) return;
+  const int bytes = static_cast<int>(length);
+
+  int capacity = kShortSize - 1;
+  int units = utf8_to_utf16(short_, capacity, utf8, bytes);
+  if (units >= 0) {
+    size_ = units;
+    short_[units] = L'\0';
+    return;
+  }
+  short_[0] = L'\0';
+  if (capacity == kShortSize - 1) return;  // malformed; otherwise capacity is the size needed
+  long_.resize(static_cast<std::size_t>(capacity));
+  units = utf8_to_utf16(long_.data(), capacity, utf8, bytes);
+  size_ = units;
+}
+
+std::wstring_view WidePath::View() const { return {Get(), static_cast<std::size_t>(size_)}; }
+
+std::string NarrowPath(std::wstring_view path) {
+  if (path.empty() || path.size() > INT_MAX) return {};
+  const int units = static_cast<int>(path.size());
+  const int bytes =
+      ::WideCharToMultiByte(CP_UTF8, 0, path.data(), units, nullptr, 0, nullptr, nullptr);
+  if (bytes <= 0) return {};
+  std::string text(static_cast<std::size_t>(bytes), '\0');
+  ::WideCharToMultiByte(CP_UTF8, 0, path.data(), units, text.data(), bytes, nullptr, nullptr);
+  return text;
+}
+
+std::wstring CurrentFolder() {
+  std::wstring path(::GetCurrentDirectoryW(0, nullptr), L'\0');
+  const DWORD length = ::GetCurrentDirectoryW(static_cast<DWORD>(path.size()), path.data());
+  path.resize(length < path.size() ? length : 0);
+  return path;
+}
+
+unsigned long PathAttributes(const WidePath& path) { return ::GetFileAttributesW(path.Get()); }
+
+bool IsExistingFolder(const WidePath& path) {
+  const unsigned long attributes = PathAttributes(path);
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+}  // namespace kv::internal

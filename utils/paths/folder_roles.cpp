@@ -1,0 +1,135 @@
+// The folders, lists and remembered paths of the process, and their discovery by the first
+// resolver.
+#include <shlobj.h>
+
+#include <array>
+
+#include "utils/files/files.h"
+#include "utils/internal/path_text.h"
+#include "utils/internal/wide_path.h"
+#include "utils/internal/win32.h"
+#include "utils/paths/paths.h"
+#include "utils/text/text.h"
+
+char KelvarisPath::ms_ExePath[260];
+char KelvarisPath::ms_WorkDir[260];
+char KelvarisPath::ms_CDPath[260];
+char KelvarisPath::ms_WritablePath[260];
+char KelvarisPath::ms_UserPath[260];
+char KelvarisPath::ms_WorkspacesFolder[260];
+char KelvarisPath::ms_GuidedToursFolder[260];
+std::string KelvarisPath::ms_LanguageFolder = "en";
+SetupType KelvarisPath::ms_SetupType = kSetupTypeUnknown;
+bool KelvarisPath::ms_IsInit = false;
+std::map<int, std::string> KelvarisPath::ms_FileNamesStorage;
+std::vector<std::string> KelvarisPath::ms_CDFolders;
+std::vector<std::string> KelvarisPath::ms_ThemePaths;
+std::vector<std::string> KelvarisPath::ms_WritablePaths;
+std::string KelvarisPath::sFeaturePackFolder;
+std::vector<std::string> KelvarisPath::sFeaturePackFileNames;
+
+namespace {
+
+using kv::internal::CopyPath;
+using kv::internal::kPathSize;
+using kv::internal::PathText;
+
+constexpr char kListFile[] = "media:fileutils.ini";
+
+std::wstring DocumentsDirectory() {
+  wchar_t path[kPathSize] = L"";
+  ::SHGetFolderPathW(nullptr, CSIDL_PERSONAL, nullptr, SHGFP_TYPE_CURRENT, path);
+  return path;
+}
+
+// True when the folder exists, or was created, and is a folder.
+bool EnsureFolder(const std::wstring& path) {
+  const DWORD attributes = ::GetFileAttributesW(path.c_str());
+  if (attributes == INVALID_FILE_ATTRIBUTES) {
+    return ::CreateDirectoryW(path.c_str(), nullptr) != 0;
+  }
+  return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+// The lines up to a "}" line, which ends the block; the end of the file ends this block and all
+// after it.
+void ReadBlock(MTextFile& file, std::vector<std::string>& lines) {
+  char line[256];
+  while (file.Readln(line, sizeof line) >= 0) lines.emplace_back(line);
+}
+
+}  // namespace
+
+KelvarisPath::KelvarisPath() : m_Buffer(std::make_shared<char[]>(kPathSize)) {
+  if (ms_IsInit) return;
+  if (!GetCDPath(ms_CDPath, kPathSize)) {
+    throw MException(0, "KelvarisPath::GetCDPath return false");
+  }
+  GetWorkDir(ms_WorkDir, kPathSize);
+  ms_WritablePath[0] = '\0';
+  GetWritableDir(ms_WritablePath, kPathSize);
+  PrintDebugString("Kelvaris writable folder is %s\n", ms_WritablePath);
+  CopyPath(ms_UserPath, ms_WritablePath);
+  if (ms_WritablePath[0] != '\0') {
+    PathText workspaces;
+    workspaces.Append(ms_WritablePath).Append("workspaces");
+    CopyPath(ms_WorkspacesFolder, workspaces.View());
+    MakeFolder(ms_WorkspacesFolder);
+  }
+
+  MTextFile file(true, '!', '}', 4096);
+  const char* path = GetPath(kListFile);
+  if (path == nullptr || !file.Open(path, false)) {
+    PrintDebugString("File %s not found\n", kListFile);
+  }
+  ReadBlock(file, ms_CDFolders);
+  ReadBlock(file, ms_ThemePaths);
+  ReadBlock(file, ms_WritablePaths);
+  ms_IsInit = true;
+}
+
+bool KelvarisPath::GetWorkDir(char* out, unsigned size) {
+  const std::string folder = kv::internal::NarrowPath(kv::internal::CurrentFolder()) + '\\';
+  if (folder.size() < 2 || folder.size() >= size) return false;
+  folder.copy(out, folder.size());
+  out[folder.size()] = '\0';
+  return true;
+}
+
+bool KelvarisPath::GetCDPath(char* out, unsigned size) { return GetWorkDir(out, size); }
+
+bool KelvarisPath::GetWorkDir2(char* /*out*/, unsigned /*size*/) { return false; }
+
+bool KelvarisPath::GetWritableDir(char* out, unsigned /*size*/) {
+  const std::wstring folder = DocumentsDirectory() + L"\\Kelvaris_9";
+  const bool isFolder = EnsureFolder(folder);
+  // Three bytes stand for a character beyond the Basic Multilingual Plane. Callers rely on this
+  // text of the writable folder.
+  char text[kPathSize];
+  int capacity = kPathSize - 1;
+  const int length = utf16_to_utf8(text, capacity, folder.c_str(), static_cast<int>(folder.size()));
+  PathText path;
+  if (length >= 0) path.Append({text, static_cast<std::size_t>(length)}).Append("\\");
+  CopyPath(out, path.View());
+  return isFolder;
+}
+
+void KelvarisPath::SetWritableFolder(const char* path) {
+  if (path != nullptr && path != ms_WritablePath) CopyPath(ms_WritablePath, path);
+}
+
+void KelvarisPath::SetLocaleFolder(const char* folder) {
+  ms_LanguageFolder = folder == nullptr ? "" : folder;
+}
+
+const char* KelvarisPath::GetLocaleFolder() { return ms_LanguageFolder.c_str(); }
+
+void KelvarisPath::ClearFileNamesStorage() { ms_FileNamesStorage.clear(); }
+
+void KelvarisPath::Done() {
+  ms_FileNamesStorage.clear();
+  sFeaturePackFileNames.clear();
+  ms_WritablePaths.clear();
+  ms_CDFolders.clear();
+  ms_ThemePaths.clear();
+}
