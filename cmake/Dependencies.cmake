@@ -1,5 +1,10 @@
 # The cross-built libraries that the set-up leaves in KVUTILS_DEPS, as imported targets.
-set(KVUTILS_DEPS "$ENV{KVUTILS_DEPS}" CACHE PATH "Folder with include/ and lib/ of the cross-built dependencies")
+if(DEFINED ENV{KVUTILS_DEPS})
+  set(deps "$ENV{KVUTILS_DEPS}")
+else()
+  set(deps "${PROJECT_SOURCE_DIR}/build/deps")
+endif()
+set(KVUTILS_DEPS "${deps}" CACHE PATH "Folder with include/ and lib/ of the cross-built dependencies")
 if(NOT EXISTS "${KVUTILS_DEPS}/lib/libicu.a")
   message(FATAL_ERROR "KVUTILS_DEPS does not hold the cross-built dependencies; ./kv setup makes them")
 endif()

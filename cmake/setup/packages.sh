@@ -1,0 +1,51 @@
+# Sourced by kv: the Debian packages that building and testing need.
+
+build_packages=(
+  g++-mingw-w64-x86-64-posix cmake ninja-build wine wine64
+  # ICU's data: its tools, the time zone rules, a native compiler for the rules' compiler
+  icu-devtools tzdata gawk gcc g++ patch xz-utils
+  googletest
+)
+check_packages=(clang-format-14 clang-tidy-14)
+
+missing_packages() {
+  local package
+  for package in "$@"; do
+    case $(dpkg-query --show --showformat '${db:Status-Status}' "$package" 2>/dev/null) in
+      installed) ;;
+      *) echo "$package" ;;
+    esac
+  done
+}
+
+require_debian_12() {
+  local system
+  system=$(. /etc/os-release && echo "$ID $VERSION_ID") 2>/dev/null || system=unknown
+  [ "$system" = 'debian 12' ] || fail "this set-up is made for Debian 12, and this system is $system"
+}
+
+# The command that gives a program root's rights, or nothing for root; fails where there is none.
+root_command() {
+  [ "$(id -u)" != 0 ] || return 0
+  sudo --non-interactive true 2>/dev/null && echo 'sudo --non-interactive'
+}
+
+require_packages() {
+  local missing sudo
+  mapfile -t missing < <(missing_packages "$@")
+  [ ${#missing[@]} != 0 ] || return 0
+  require_debian_12
+  sudo=$(root_command) || fail "these packages are missing, and only root can install them:" \
+    "apt-get install --no-install-recommends ${missing[*]}"
+  step "Installing ${#missing[@]} packages" install_packages "$sudo" "${missing[@]}"
+}
+
+# The package lists may be too old to install from, or missing; without a network they may still do.
+install_packages() {
+  local sudo=$1
+  shift
+  local apt=($sudo env DEBIAN_FRONTEND=noninteractive apt-get -q -o DPkg::Lock::Timeout=600)
+  "${apt[@]}" update || echo 'The package lists could not be refreshed.'
+  "${apt[@]}" install --yes --no-install-recommends "$@" ||
+    fail "apt-get could not install: $* (no network? the reason is in $logs)"
+}

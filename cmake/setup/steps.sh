@@ -1,0 +1,60 @@
+# Sourced by kv: reporting what is done and how long it takes, and stopping with one clear line.
+
+fail() {
+  echo "kv: $*" >&2
+  exit 1
+}
+
+# Runs a command in the background, as a process group of its own, and waits for it: a signal is acted
+# upon at once and not at the command's end. The exit status is left in `status` and not returned:
+# where a caller tests a function's result, bash ignores `set -e` all the way down.
+child=
+attended() {
+  set +e -m
+  (
+    set -e +m
+    "$@"
+  ) &
+  child=$!
+  set +m
+  wait "$child"
+  status=$?
+  child=
+  set -e
+}
+
+end_child() {
+  [ -z "$child" ] || kill -- "-$child" 2>/dev/null || true
+}
+
+# step TITLE COMMAND [ARGUMENT...]: runs the command with its output in a log, and prints the title
+# with the time taken. When it fails, the reason it gave through fail() is the one line printed;
+# without one, the end of the log is shown.
+step() {
+  local title=$1 log=$logs/${1//[^A-Za-z0-9.]/-}.log started=$EPOCHREALTIME reason
+  shift
+  mkdir -p "$logs"
+  printf '  %-50s' "$title ..."
+  attended "$@" >"$log" 2>&1 </dev/null
+  if [ "$status" = 0 ]; then
+    seconds_since "$started"
+    return
+  fi
+  echo 'failed'
+  reason=$(sed -n 's/^kv: //p' "$log" | tail -n 1)
+  [ -z "$reason" ] || fail "$reason"
+  tail -n 100 "$log" >&2
+  fail "$title: failed; the whole output is in $log"
+}
+
+seconds_since() {
+  local tenths=$(((${EPOCHREALTIME/[.,]/} - ${1/[.,]/}) / 100000))
+  printf '%4d.%d s\n' $((tenths / 10)) $((tenths % 10))
+}
+
+# await_lock DESCRIPTOR WHAT
+await_lock() {
+  flock --nonblock "$1" && return
+  echo "  Waiting for another kv that uses $2 ..."
+  flock "$1"
+}
