@@ -9,7 +9,7 @@ for flag in HIGH_ENTROPY_VA DYNAMIC_BASE NX_COMPAT; do
   esac
 done
 # The stack protector reports through this function, fortified calls through __chk_fail; both are linked in.
-symbols=$("$OBJDUMP" -t "$1")
+symbols=$("$OBJDUMP" -t "$1.debug")
 for symbol in __stack_chk_fail __chk_fail; do
   case $symbols in
     *"$symbol"*) ;;
