@@ -1,0 +1,84 @@
+#include <cctype>
+#include <charconv>
+#include <climits>
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <system_error>
+
+#include "utils/internal/numeric_locale.h"
+#include "utils/text/text.h"
+
+namespace {
+
+bool IsSpace(char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; }
+
+// "12345-3" as ".12345e-3". `text` stands at a character that is no white space.
+std::string SpelledOut(const char* text) {
+  std::string number;
+  if (*text == '-') number.push_back('-');
+  if (*text == '-' || *text == '+') ++text;
+  number.push_back('.');
+  for (; *text != '\0'; ++text) {
+    if (IsSpace(*text)) continue;
+    if (*text == '+' || *text == '-') number.push_back('e');
+    number.push_back(*text);
+  }
+  return number;
+}
+
+}  // namespace
+
+bool GetDoubleValue(double* value, const char* text) {
+  if (value == nullptr || text == nullptr) return false;
+  while (IsSpace(*text)) ++text;
+  if (*text == '\0') return false;
+
+  const std::string number = SpelledOut(text);
+  const char* end = number.data() + number.size();
+  double converted;
+  const auto [stop, error] = std::from_chars(number.data(), end, converted);
+  if (error == std::errc{} && stop == end) {
+    *value = converted;
+    return true;
+  }
+  const kv::internal::ScopedCNumericLocale decimalPoint;
+  return std::sscanf(number.c_str(), "%lg", value) == 1;
+}
+
+bool FromCustomRadixToDec(int* value, int radix) {
+  if (value == nullptr) return false;
+  if (*value <= 0) {
+    const bool isZero = *value == 0;
+    *value = 0;
+    return isZero;
+  }
+  std::int64_t divisor = 1;
+  while (divisor * 10 <= *value) divisor *= 10;
+
+  std::uint32_t result = 0;
+  for (; divisor >= 1; divisor /= 10) {
+    const int digit = static_cast<int>(*value / divisor);
+    // Callers rely on the value holding the digits behind the last one accepted.
+    if (digit >= radix) return false;
+    *value = static_cast<int>(*value % divisor);
+    result = result * static_cast<std::uint32_t>(radix) + static_cast<std::uint32_t>(digit);
+  }
+  *value = static_cast<int>(result);
+  return true;
+}
+
+unsigned int valhex(char c) {
+  if (c >= '0' && c <= '9') return static_cast<unsigned int>(c - '0');
+  if (c >= 'A' && c <= 'F') return static_cast<unsigned int>(c - 'A' + 10);
+  if (c >= 'a' && c <= 'f') return static_cast<unsigned int>(c - 'a' + 10);
+  return 0;
+}
+
+int GetNearestInt(double x) {
+  const double rounded = x >= 0.0 ? std::floor(x + 0.5) : -std::ceil(-0.5 - x);
+  if (std::isnan(rounded)) return 0;
+  if (rounded >= INT_MAX) return INT_MAX;
+  if (rounded <= INT_MIN) return INT_MIN;
+  return static_cast<int>(rounded);
+}

@@ -1,0 +1,40 @@
+#include <algorithm>
+#include <cstdint>
+
+#include "utils/text/text.h"
+
+void SwapStruct(void* data, const int* layout, int count) {
+  if (data == nullptr || layout == nullptr) return;
+  auto* field = static_cast<unsigned char*>(data);
+  for (int i = 0; i < count; ++i) {
+    const std::int64_t size = layout[i];
+    if (size == 2 || size == 4 || size == 8) std::reverse(field, field + size);
+    field += size < 0 ? -size : size;
+  }
+}
+
+// Callers rely on the element at which the search ends coming back, equal or not, on the order in
+// which elements are asked about, and on the last one being asked about although its answer does
+// not count.
+void* BinarySearch(const void* key, const void* base, unsigned long long count,
+                   unsigned long long size, Comparator* comparator) {
+  const auto* low = static_cast<const unsigned char*>(base);
+  const auto result = [&low] { return const_cast<unsigned char*>(low); };
+  if (comparator == nullptr) return result();
+
+  // Half the count is taken as a 32-bit value: a search ends early where that is 0.
+  while (const auto half = static_cast<std::uint32_t>(count / 2)) {
+    const std::uint32_t before = count % 2 != 0 ? half : half - 1;
+    const unsigned char* middle = low + before * size;
+    const int order = comparator->Compare(key, middle);
+    if (order == 0) return const_cast<unsigned char*>(middle);
+    if (order < 0) {
+      count = before;
+    } else {
+      low = middle + size;
+      count = half;
+    }
+  }
+  if (count == 1) comparator->Compare(key, low);
+  return result();
+}
