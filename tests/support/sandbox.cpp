@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <clocale>
 #include <cstdio>
 #include <cstdlib>
 
@@ -49,6 +50,7 @@ Sandbox::Sandbox(const std::string& folderName) : oldFolder_(CurrentFolder()) {
 }
 
 Sandbox::~Sandbox() {
+  std::setlocale(LC_ALL, "C");
   SetCurrentFolder(oldFolder_);
   RemoveTree(root_.substr(0, root_.size() - 1));
 }
