@@ -1,7 +1,7 @@
 #ifndef KVUTILS_UTILS_INTERNAL_NUMERIC_LOCALE_H_
 #define KVUTILS_UTILS_INTERNAL_NUMERIC_LOCALE_H_
 
-#include <locale.h>
+#include <clocale>
 
 #include <string>
 
@@ -13,15 +13,15 @@ namespace kv::internal {
 class ScopedCNumericLocale {
  public:
   ScopedCNumericLocale() {
-    const char* point = ::localeconv()->decimal_point;
+    const char* point = std::localeconv()->decimal_point;
     if (point[0] == '.' && point[1] == '\0') return;
     previousMode_ = ::_configthreadlocale(_ENABLE_PER_THREAD_LOCALE);
-    if (const char* name = ::setlocale(LC_NUMERIC, nullptr)) previousName_ = name;
-    ::setlocale(LC_NUMERIC, "C");
+    if (const char* name = std::setlocale(LC_NUMERIC, nullptr)) previousName_ = name;
+    std::setlocale(LC_NUMERIC, "C");
   }
   ~ScopedCNumericLocale() {
     if (previousName_.empty()) return;
-    ::setlocale(LC_NUMERIC, previousName_.c_str());
+    std::setlocale(LC_NUMERIC, previousName_.c_str());
     if (previousMode_ != -1) ::_configthreadlocale(previousMode_);
   }
   ScopedCNumericLocale(const ScopedCNumericLocale&) = delete;
