@@ -1,8 +1,9 @@
-#include <wchar.h>
+
 
 #include <algorithm>
 #include <cctype>
 #include <cstring>
+#include <cwchar>
 
 #include "utils/files/files.h"
 #include "utils/files/text_stream.h"

@@ -46,7 +46,7 @@ bool FindWritablePlace(char* out, const char* name, const char* root) {
 // `name` with `subFolder` as a component before its last one; unchanged without a ":".
 std::string InSubFolder(const std::string& name, const char* subFolder) {
   const std::size_t colon = name.rfind(':');
-  if (colon == name.npos) return name;
+  if (colon == std::string::npos) return name;
   return name.substr(0, colon) + ':' + subFolder + name.substr(colon);
 }
 
@@ -61,7 +61,7 @@ bool FindFile(std::string& out, const std::string& name) {
 bool FindPngOrBmp(std::string& out, std::string name) {
   if (FindFile(out, name)) return true;
   const std::size_t extension = name.find(".png");
-  if (extension == name.npos) ThrowOutOfRange();
+  if (extension == std::string::npos) ThrowOutOfRange();
   return FindFile(out, name.replace(extension, 4, ".bmp"));
 }
 
@@ -103,6 +103,6 @@ bool GetImageFilePath(std::string& out, const char* name, const char* subFolder)
 std::string GetTempFileNameForDbUpdate(const char* name) {
   std::string result = name == nullptr ? "" : name;
   const std::size_t extension = result.rfind('.');
-  if (extension == result.npos) ThrowOutOfRange();
+  if (extension == std::string::npos) ThrowOutOfRange();
   return result.insert(extension, "_new");
 }

@@ -42,11 +42,11 @@ void MakeFolder(const char* path) {
   const std::wstring_view text = widePath.View();
   const ScopedCurrentFolder currentFolder;
   std::size_t skipped = 0;
-  if (text.find(L':') != text.npos) {
+  if (text.find(L':') != std::wstring_view::npos) {
     ChangeDrive(text.front());
     skipped = 3;
   }
-  if (text.find(L'\\') == text.npos) {
+  if (text.find(L'\\') == std::wstring_view::npos) {
     ::_wmkdir(widePath.Get());
     return;
   }
@@ -66,10 +66,11 @@ void CheckFileFolder(const char* filePath) {
   if (filePath == nullptr) return;
   std::string path = filePath;
   const std::size_t colon = path.find(':');
-  if (colon != path.npos && path[colon + 1] == '\\') ReplaceChar(&path[colon + 1], ':', '\\');
+  if (colon != std::string::npos && path[colon + 1] == '\\')
+    ReplaceChar(&path[colon + 1], ':', '\\');
   ReplaceChar(path.data(), '/', '\\');
   const std::size_t lastSeparator = path.rfind('\\');
-  if (lastSeparator != path.npos) path.resize(lastSeparator);
+  if (lastSeparator != std::string::npos) path.resize(lastSeparator);
   MakeFolder(path.c_str());
 }
 
