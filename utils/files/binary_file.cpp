@@ -1,10 +1,11 @@
-#include <algorithm>
-#include <memory>
-
 #include "utils/files/files.h"
+
 #include "utils/internal/wide_path.h"
 #include "utils/internal/win32.h"
 #include "utils/text/text.h"
+
+#include <algorithm>
+#include <memory>
 
 namespace {
 

@@ -1,16 +1,15 @@
-
-
-#include <algorithm>
-#include <cctype>
-#include <cstring>
-#include <cwchar>
-
 #include "utils/files/files.h"
+
 #include "utils/files/text_stream.h"
 #include "utils/internal/number_scan.h"
 #include "utils/internal/numeric_locale.h"
 #include "utils/internal/wide_path.h"
 #include "utils/text/text.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstring>
+#include <cwchar>
 
 namespace {
 

@@ -1,9 +1,10 @@
-#include <cctype>
-#include <cstring>
-
 #include "utils/files/files.h"
+
 #include "utils/files/text_stream.h"
 #include "utils/internal/numeric_locale.h"
+
+#include <cctype>
+#include <cstring>
 
 namespace {
 

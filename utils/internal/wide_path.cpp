@@ -1,10 +1,10 @@
 #include "utils/internal/wide_path.h"
 
-#include <climits>
-#include <cstring>
-
 #include "utils/internal/win32.h"
 #include "utils/text/text.h"
+
+#include <climits>
+#include <cstring>
 
 namespace kv::internal {
 

@@ -1,11 +1,12 @@
 // The files that the add-on content folder supplies in place of the installation's own.
-#include <algorithm>
+#include "utils/paths/paths.h"
 
 #include "utils/files/files.h"
 #include "utils/internal/path_text.h"
 #include "utils/paths/data_name.h"
-#include "utils/paths/paths.h"
 #include "utils/text/text.h"
+
+#include <algorithm>
 
 namespace {
 

@@ -1,11 +1,12 @@
+#include "utils/paths/paths.h"
+
+#include "utils/files/files.h"
+#include "utils/internal/path_text.h"
+
 #include <cstring>
 #include <stdexcept>
 #include <string>
 #include <string_view>
-
-#include "utils/files/files.h"
-#include "utils/internal/path_text.h"
-#include "utils/paths/paths.h"
 
 namespace {
 

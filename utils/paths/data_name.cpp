@@ -1,8 +1,8 @@
 #include "utils/paths/data_name.h"
 
-#include <cctype>
-
 #include "utils/text/text.h"
+
+#include <cctype>
 
 namespace kv::internal {
 

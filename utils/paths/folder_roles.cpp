@@ -1,15 +1,16 @@
 // The folders, lists and remembered paths of the process, and their discovery by the first
 // resolver.
-#include <shlobj.h>
-
-#include <array>
+#include "utils/paths/paths.h"
 
 #include "utils/files/files.h"
 #include "utils/internal/path_text.h"
 #include "utils/internal/wide_path.h"
 #include "utils/internal/win32.h"
-#include "utils/paths/paths.h"
 #include "utils/text/text.h"
+
+#include <shlobj.h>
+
+#include <array>
 
 char KelvarisPath::ms_ExePath[260];
 char KelvarisPath::ms_WorkDir[260];

@@ -1,13 +1,14 @@
+#include "utils/paths/paths.h"
+
+#include "utils/internal/wide_path.h"
+#include "utils/internal/win32.h"
+#include "utils/text/text.h"
+
 #include <direct.h>
 
 #include <algorithm>
 #include <string>
 #include <vector>
-
-#include "utils/internal/wide_path.h"
-#include "utils/internal/win32.h"
-#include "utils/paths/paths.h"
-#include "utils/text/text.h"
 
 namespace {
 

@@ -1,10 +1,11 @@
-#include <cstring>
+#include "utils/paths/paths.h"
 
 #include "utils/files/files.h"
 #include "utils/internal/path_text.h"
 #include "utils/paths/data_name.h"
-#include "utils/paths/paths.h"
 #include "utils/text/text.h"
+
+#include <cstring>
 
 namespace {
 
