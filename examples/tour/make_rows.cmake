@@ -1,0 +1,23 @@
+# usage: cmake -D TEXT=DwarfPlanets.txt -D ROWS=dwarf_planet_rows.inc -P make_rows.cmake
+# Turns the rows of orbital elements into initialisers.
+set(n " +[0-9]+\\.?[0-9]*")
+set(row "^ *([0-9]+) +([A-Za-z]+) +(recognised|accepted)(${n}${n}${n}${n}${n}${n}${n}) +[^ ]")
+
+set(rows "")
+file(STRINGS ${TEXT} lines ENCODING UTF-8)
+foreach(line IN LISTS lines)
+  if(line MATCHES "^!" OR line STREQUAL "")
+    continue()
+  elseif(NOT line MATCHES "${row}")
+    message(FATAL_ERROR "${TEXT}: not a row of orbital elements: ${line}")
+  endif()
+  set(object ${CMAKE_MATCH_1})
+  set(name ${CMAKE_MATCH_2})
+  set(standing ${CMAKE_MATCH_3})
+  string(REGEX MATCHALL "[0-9.]+" elements "${CMAKE_MATCH_4}")
+  list(JOIN elements ", " elements)
+  string(REPLACE "recognised" "kRecognised" standing ${standing})
+  string(REPLACE "accepted" "kAccepted" standing ${standing})
+  string(APPEND rows "    {${object}, Standing::${standing}, ${elements}},  // ${name}\n")
+endforeach()
+file(WRITE ${ROWS} "${rows}")

@@ -1,0 +1,127 @@
+#include "examples/tour/report.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
+#include "examples/tour/format_text.h"
+#include "examples/tour/observer_time.h"
+#include "examples/tour/resolution.h"
+#include "examples/tour/sky_text.h"
+#include "examples/tour/two_body.h"
+#include "utils/paths/paths.h"
+
+namespace tour {
+namespace {
+
+// Terrestrial time, in which orbits are reckoned, is ahead of UTC by 32.184 s and the 37 leap
+// seconds since 2017. Taken for all years: a minute more or less shifts Ceres by about 1", the
+// objects beyond Neptune by less.
+constexpr double kTerrestrialMinusUtc = 69.184 / 86400.0;
+
+// Elements whose epoch is further away than this deserve a warning.
+constexpr double kOldElementsDays = 5 * 365.25;
+
+void PrintTitle(const char* title) {
+  std::printf("\n%s\n%s\n", title, std::string(92, '-').c_str());
+}
+
+void PrintSetting(const char* label, const std::string& value) {
+  std::printf("  %s%s\n", Padded(label, 14).c_str(), value.c_str());
+}
+
+void PrintColumnHeads(const char* number, const char* name, const char* recognised,
+                      const char* rightAscension, const char* declination, const char* earth,
+                      const char* sun, const char* epoch) {
+  std::printf("%8s  %-10s %-4s %-10s    %s  %9s  %9s   %s\n", number, name, recognised,
+              rightAscension, Padded(declination, 9).c_str(), earth, sun, epoch);
+}
+
+void PrintPlace(const DwarfPlanet& planet, double julianDate) {
+  const OrbitalElements& elements = planet.elements;
+  const Place place = GeocentricPlace(elements, julianDate + kTerrestrialMinusUtc);
+  const bool isOld = std::abs(julianDate - elements.epoch) > kOldElementsDays;
+  std::printf("  %6u  %s %-4s %s    %s  %9.5f  %9.5f   %s%s\n", planet.name.number,
+              Padded(planet.name.name, 10).c_str(),
+              elements.standing == Standing::kRecognised ? "yes" : "-",
+              RightAscensionText(place.rightAscension).c_str(),
+              DeclinationText(place.declination).c_str(), place.earthDistance, place.sunDistance,
+              DateText(CivilTimeOf(elements.epoch)).c_str(), isOld ? " *" : "");
+}
+
+std::string DiscoveryText(unsigned number) {
+  for (const Discovery& discovery : ReadDiscoveries()) {
+    if (discovery.number == number) {
+      return "Discovered in " + discovery.year + " by " + discovery.discoverers + ".";
+    }
+  }
+  return {};
+}
+
+}  // namespace
+
+void PrintHeading(const Setting& setting) {
+  KelvarisPath resolver;
+  const double julianDate = JulianDate(setting.utc);
+  std::printf("Where the dwarf planets stand: a tour of kvutils\n\n");
+  PrintSetting("Installation", resolver.GetWorkFolder());
+  PrintSetting("Your folder", resolver.GetWritableFolder());
+  PrintSetting("Language",
+               FormatText("%s, language folder \"%s\", code page %d", setting.language.c_str(),
+                          KelvarisPath::GetLocaleFolder(), setting.codePage));
+  PrintSetting("Observer", setting.observer.place);
+  PrintSetting("Time", DateTimeText(setting.utc) + " UTC");
+  PrintSetting("Local time", LocalTimeText(setting.observer.zone, julianDate));
+}
+
+void PrintResolutions() {
+  PrintTitle("Where each data name leads");
+  for (const char* name : {kListsName, kObserverName, kNamesName, kDiscoveriesName, kRecordsName}) {
+    const Resolution resolution = Resolve(name);
+    const std::string path =
+        resolution.inWritableFolder ? "<your folder>\\" + resolution.path : resolution.path;
+    std::printf("  %s\n      %s %s\n", name, Padded(path, 54).c_str(), resolution.reason.c_str());
+  }
+  std::printf("  %s lists %zu medium folders, %zu theme folders, %zu writable folders.\n",
+              kListsName, KelvarisPath::ms_CDFolders.size(), KelvarisPath::ms_ThemePaths.size(),
+              KelvarisPath::ms_WritablePaths.size());
+}
+
+void PrintPlaces(const std::vector<DwarfPlanet>& planets, double julianDate) {
+  PrintTitle("Where they stand, seen from the centre of the Earth (astrometric, J2000)");
+  PrintColumnHeads("Number", "Name", "IAU", "Right asc.", "Declin.", "To Earth", "To Sun",
+                   "Elements");
+  PrintColumnHeads("", "", "", " h  m  s", "  °  ′  ″", "AU", "AU", "of");
+  for (const DwarfPlanet& planet : planets) PrintPlace(planet, julianDate);
+  std::puts("");
+  std::puts(
+      "  Plain two-body motion about the Sun: light time is allowed for, the pull of the planets");
+  std::puts("  is not. Within months of the date of its elements a place holds to seconds of arc.");
+  const bool anyOld = std::any_of(planets.begin(), planets.end(), [&](const DwarfPlanet& planet) {
+    return std::abs(julianDate - planet.elements.epoch) > kOldElementsDays;
+  });
+  if (anyOld) {
+    std::puts(
+        "  * more than five years from the date of its elements: off by minutes of arc and more.");
+  }
+}
+
+void PrintPick(const DwarfPlanet& picked) {
+  PrintTitle("Pick of the night");
+  const ObjectName& name = picked.name;
+  std::printf("  %s%s%s\n", name.name.c_str(), name.description.empty() ? "" : ": ",
+              name.description.c_str());
+  const std::string discovery = DiscoveryText(name.number);
+  if (!discovery.empty()) std::printf("  %s\n", discovery.c_str());
+  if (picked.elements.timesPicked == 0) {
+    std::puts("  It has not been picked before.");
+  } else {
+    std::printf("  Picks before: %u, the last for %s.\n", picked.elements.timesPicked,
+                DateText(picked.elements.lastPicked).c_str());
+  }
+  std::puts(
+      "  This pick is noted in its record. The store saves its records to your folder when the");
+  std::puts("  program ends, and the next run reads them there.");
+}
+
+}  // namespace tour

@@ -1,0 +1,36 @@
+// The tour run as a program of its own, on a copy of the sample installation in the sandbox.
+#ifndef KVUTILS_TESTS_EXAMPLES_TOUR_FIXTURE_H_
+#define KVUTILS_TESTS_EXAMPLES_TOUR_FIXTURE_H_
+
+#include <string>
+#include <vector>
+
+#include "tests/support/process.h"
+#include "tests/support/sandbox.h"
+
+namespace kv::test {
+
+// Copies the sample installation, complete with its records, into a folder that ends in "\".
+inline void LayOutInstallation(const std::string& folder) {
+  const std::string installation = ProgramFolder() + "..\\tour\\install\\";
+  for (const std::string& entry : ListTree(installation)) {
+    if (entry.back() != '\\') WriteBytes(folder + entry, ReadBytes(installation + entry));
+  }
+}
+
+inline ProcessResult RunTour(const std::vector<std::string>& arguments, const std::string& folder) {
+  return RunProgram(ProgramFolder() + "tour.exe", arguments, folder);
+}
+
+class Tour : public Sandbox {
+ protected:
+  Tour() { LayOutInstallation(Work()); }
+
+  ProcessResult Run(const std::vector<std::string>& arguments) const {
+    return RunTour(arguments, Work());
+  }
+};
+
+}  // namespace kv::test
+
+#endif  // KVUTILS_TESTS_EXAMPLES_TOUR_FIXTURE_H_
