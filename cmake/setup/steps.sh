@@ -28,23 +28,27 @@ end_child() {
 }
 
 # step TITLE COMMAND [ARGUMENT...]: runs the command with its output in a log, and prints the title
-# with the time taken. When it fails, the reason it gave through fail() is the one line printed;
-# without one, the end of the log is shown.
+# with the time taken. When it fails, this script ends with the one line that the command gave
+# through fail(), or with the end of the log.
 step() {
-  local title=$1 log=$logs/${1//[^A-Za-z0-9.]/-}.log started=$EPOCHREALTIME reason
-  shift
-  mkdir -p "$logs"
-  printf '  %-50s' "$title ..."
-  attended "$@" >"$log" 2>&1 </dev/null
-  if [ "$status" = 0 ]; then
-    seconds_since "$started"
-    return
-  fi
-  echo 'failed'
+  local log reason
+  try_step "$@"
+  [ "$status" != 0 ] || return 0
   reason=$(sed -n 's/^kv: //p' "$log" | tail -n 1)
   [ -z "$reason" ] || fail "$reason"
   tail -n 100 "$log" >&2
-  fail "$title: failed; the whole output is in $log"
+  fail "$1: failed; the whole output is in $log"
+}
+
+# Leaves the exit status in `status` and the name of the log in `log`.
+try_step() {
+  local title=$1 started=$EPOCHREALTIME
+  shift
+  log=$logs/${title//[^A-Za-z0-9.]/-}.log
+  mkdir -p "$logs"
+  printf '  %-50s' "$title ..."
+  attended "$@" >"$log" 2>&1 </dev/null
+  if [ "$status" = 0 ]; then seconds_since "$started"; else echo 'failed'; fi
 }
 
 seconds_since() {

@@ -85,8 +85,15 @@ use_wine() {
   exec 9>>"$build/wine.lock"
   flock --shared 9
   wine_in_use=yes
-  in_wine wineserver -p300 9>&-
+  start_wine </dev/null >/dev/null 2>&1 9>&-
   attended "${as_test_user[@]}" "$@" 9>&-
+}
+
+# The first program starts Wine's own services, which live as long as the server and would keep that
+# program's output open; so it is one that says nothing.
+start_wine() {
+  in_wine wineserver -p300
+  in_wine wine cmd.exe /c exit
 }
 
 wine_in_use=
