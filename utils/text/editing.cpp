@@ -2,12 +2,14 @@
 #include <cstring>
 #include <string_view>
 
+#include "utils/text/characters.h"
 #include "utils/text/text.h"
 
 namespace {
 
+using kv::internal::IsSpace;
+
 bool IsBorderSpace(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
-bool IsSpace(char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; }
 
 std::string_view WithoutBorderSpace(std::string_view text) {
   while (!text.empty() && IsBorderSpace(text.front())) text.remove_prefix(1);

@@ -1,4 +1,3 @@
-#include <cctype>
 #include <charconv>
 #include <climits>
 #include <cmath>
@@ -7,11 +6,12 @@
 #include <system_error>
 
 #include "utils/internal/numeric_locale.h"
+#include "utils/text/characters.h"
 #include "utils/text/text.h"
 
 namespace {
 
-bool IsSpace(char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; }
+using kv::internal::IsSpace;
 
 // "12345-3" as ".12345e-3". `text` stands at a character that is no white space.
 std::string SpelledOut(const char* text) {
@@ -36,12 +36,9 @@ bool GetDoubleValue(double* value, const char* text) {
 
   const std::string number = SpelledOut(text);
   const char* end = number.data() + number.size();
-  double converted;
-  const auto [stop, error] = std::from_chars(number.data(), end, converted);
-  if (error == std::errc{} && stop == end) {
-    *value = converted;
-    return true;
-  }
+  const std::errc error = std::from_chars(number.data(), end, *value).ec;
+  if (error != std::errc::result_out_of_range) return error == std::errc{};
+  // from_chars gives no value beyond the range of double; sscanf gives zero or infinity.
   const kv::internal::ScopedCNumericLocale decimalPoint;
   return std::sscanf(number.c_str(), "%lg", value) == 1;
 }

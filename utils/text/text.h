@@ -21,7 +21,8 @@
 // ---- Editing in place --------------------------------------------------------------------------
 //
 // Border space is exactly space, tab, line feed and carriage return. The Clear functions go by
-// isspace instead, which knows vertical tab and form feed too.
+// isspace instead, which knows vertical tab and form feed too. No byte above 127 is white space,
+// whatever the process's locale.
 
 // Removes leading and trailing border space. "\t a b \r\n" becomes "a b".
 KVUTILS_API void DeleteBorderSpace(char* s);
