@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <chrono>
 #include <cstddef>
 #include <cstring>
 #include <string>
@@ -262,27 +264,51 @@ TEST_P(DwarfPlanetsIn, LoadsAndSaves) {
 INSTANTIATE_TEST_SUITE_P(Scripts, DwarfPlanetsIn, testing::ValuesIn(kv::test::kFolderNames),
                          kv::test::FolderNameTag);
 
-// A link to a device of the Unix host whose reads or writes fail. False where there is no such
-// host.
-bool LinkDevice(const std::string& device, const std::string& link) {
-  if (!FileExists("Z:\\bin\\ln")) return false;
-  std::string target = link.substr(2);
-  for (char& c : target) c = c == '\\' ? '/' : c;
-  kv::test::RunProgram("Z:\\bin\\ln", {"-s", device, target});
-  return true;
-}
+// A link to a device of the Unix host whose reads or writes fail. The system gives no handle of a
+// Unix process to wait for: the link is what to wait for.
+class DeviceLink {
+ public:
+  DeviceLink(const std::string& device, const std::string& path) : path_(path) {
+    if (!FileExists("Z:\\bin\\ln")) return;
+    unixPath_ = path.substr(2);
+    std::replace(unixPath_.begin(), unixPath_.end(), '\\', '/');
+    kv::test::RunProgram("Z:\\bin\\ln", {"-s", device, unixPath_});
+    Await(true);
+  }
+  ~DeviceLink() { Remove(); }
+  DeviceLink(const DeviceLink&) = delete;
+  DeviceLink& operator=(const DeviceLink&) = delete;
+
+  bool Exists() const { return MFile().Open(path_.c_str(), 2); }
+  void Remove() {
+    if (unixPath_.empty()) return;
+    kv::test::RunProgram("Z:\\bin\\rm", {"-f", unixPath_});
+    Await(false);
+    unixPath_.clear();
+  }
+
+ private:
+  void Await(bool exists) const {
+    for (int i = 0; i < 1000 && Exists() != exists; ++i) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+  }
+
+  std::string path_;
+  std::string unixPath_;
+};
 
 TEST_F(DwarfPlanets, GetReaderThrowsWhenTheFileCannotBeRead) {
   CreateFolders(Work() + "catalogs\\Planets&Moons");
-  if (!LinkDevice("/proc/self/mem", Work() + kPlace)) GTEST_SKIP() << "needs a Unix host";
+  DeviceLink link("/proc/self/mem", Work() + kPlace);
+  if (!link.Exists()) GTEST_SKIP() << "needs a Unix host";
   try {
     GetReader();
     FAIL() << "no exception";
   } catch (const MException& e) {
     EXPECT_EQ(e.GetCode(), 2U);
   }
-  RemoveFile(Work() + kPlace);
-  KelvarisPath::ClearFileNamesStorage();
+  link.Remove();
   GiveFile(Image('a', "\x01\x00\x00\x00", "\x07\x00\x00\x00"));
   EXPECT_EQ(ElementsOf(*GetReader(), 7), std::string(68, 'a'));
 }
@@ -290,11 +316,11 @@ TEST_F(DwarfPlanets, GetReaderThrowsWhenTheFileCannotBeRead) {
 TEST_F(DwarfPlanets, NoExceptionLeavesTheDestructorWhenWritingFails) {
   DwarfPlanetsIO store;
   CreateFolders(Writable() + "catalogs\\Planets&Moons");
-  if (!LinkDevice("/dev/full", Saved())) GTEST_SKIP() << "needs a Unix host";
+  const DeviceLink link("/dev/full", Saved());
+  if (!link.Exists()) GTEST_SKIP() << "needs a Unix host";
   store.Set(MakeRecord('b', 2, 7));
   { const DwarfPlanetsIO other; }
   EXPECT_EQ(DwarfPlanetsIO::ms_DwarfPlanets.size(), 1U);
-  RemoveFile(Saved());
 }
 
 TEST_F(DwarfPlanets, GetReaderGivesOneInstanceToAllThreads) {
