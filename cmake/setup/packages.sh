@@ -41,11 +41,12 @@ require_packages() {
 }
 
 # The package lists may be too old to install from, or missing; without a network they may still do.
+# A base system's tzdata is brought up to date with the rest, for the newest time zone rules.
 install_packages() {
   local sudo=$1
   shift
   local apt=($sudo env DEBIAN_FRONTEND=noninteractive apt-get -q -o DPkg::Lock::Timeout=600)
   "${apt[@]}" update || echo 'The package lists could not be refreshed.'
-  "${apt[@]}" install --yes --no-install-recommends "$@" ||
+  "${apt[@]}" install --yes --no-install-recommends "$@" tzdata ||
     fail "apt-get could not install: $* (no network? the reason is in $logs)"
 }
