@@ -2,7 +2,7 @@
 #include <climits>
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
+#include <cstdlib>
 #include <system_error>
 
 #include "utils/internal/numeric_locale.h"
@@ -38,9 +38,10 @@ bool GetDoubleValue(double* value, const char* text) {
   const char* end = number.data() + number.size();
   const std::errc error = std::from_chars(number.data(), end, *value).ec;
   if (error != std::errc::result_out_of_range) return error == std::errc{};
-  // from_chars gives no value beyond the range of double; sscanf gives zero or infinity.
+  // from_chars gives no value beyond the range of double; strtod gives zero or infinity.
   const kv::internal::ScopedCNumericLocale decimalPoint;
-  return std::sscanf(number.c_str(), "%lg", value) == 1;
+  *value = std::strtod(number.c_str(), nullptr);
+  return true;
 }
 
 bool FromCustomRadixToDec(int* value, int radix) {

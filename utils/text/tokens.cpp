@@ -1,5 +1,4 @@
 #include <cstring>
-#include <utility>
 
 #include "utils/text/text.h"
 
@@ -22,6 +21,7 @@ bool SplitAtRuns(std::vector<String>& out, const String& text, typename String::
 
 }  // namespace
 
+// NOLINTBEGIN(performance-unnecessary-value-param) [the interface passes texts by value]
 bool GetTokens(std::vector<std::string>& out, std::string text, char delim) {
   return SplitAtRuns(out, text, delim);
 }
@@ -52,3 +52,4 @@ int GetSubStrings(std::vector<std::string>& out, std::string text, char delim) {
     position = end + 1;
   }
 }
+// NOLINTEND(performance-unnecessary-value-param)
