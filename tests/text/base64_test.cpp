@@ -139,6 +139,10 @@ TEST(Btos, ReadsNothingBehindATailThatIsTooShort) {
   CheckEncoding(emptyTail, "");
   const Base64Case shortTail[] = {{"\xFB\xEF\xBE", "++++"}, {"\xFF\xFF\xFF", "\0\0\0\0"s}};
   CheckEncoding(shortTail, "+");
+  // What stands behind the NUL is no padding character.
+  const Base64Case cutTail[] = {{"f", "Zg"}};
+  CheckEncoding(cutTail, "\0/=");
+  CheckEncoding(cutTail, "+\0=");
 }
 
 TEST(Stob, DecodesWithoutPadding) {

@@ -91,10 +91,7 @@ int stob(unsigned char* out, const char* text, const char* alphabetTail, int max
   int count = 0;
   for (int i = 0; i < maxChars && text[i] != '\0'; ++i) {
     const int value = tail.ValueOf(text[i]);
-    if (value == kNoValue) {
-      const bool isPadding = tail.padding != '\0' && text[i] == tail.padding;
-      return isPadding ? count : -1;
-    }
+    if (value == kNoValue) return text[i] == tail.padding ? count : -1;
     bits = (bits << 6) | static_cast<unsigned>(value);
     const int place = i % 4;
     if (place == 0) continue;
