@@ -53,9 +53,9 @@ DwarfPlanetsIO::DwarfPlanetsIO() {
   if (ms_DwarfPlanets.empty()) Load(ms_DwarfPlanets);
 }
 
-DwarfPlanetsIO::DwarfPlanetsIO(const DwarfPlanetsIO&) {}
+DwarfPlanetsIO::DwarfPlanetsIO(const DwarfPlanetsIO&) = default;
 
-DwarfPlanetsIO& DwarfPlanetsIO::operator=(const DwarfPlanetsIO&) { return *this; }
+DwarfPlanetsIO& DwarfPlanetsIO::operator=(const DwarfPlanetsIO&) = default;
 
 DwarfPlanetsIO::~DwarfPlanetsIO() {
   if (!ms_IsChanged) return;
