@@ -53,8 +53,12 @@ TEST_F(BinaryFilePath, BadPathsFailAsMissingFilesDo) {
   WriteBytes("good", "abc");
   const std::string overlong = Work() + std::string(300, 'x') + ".bin";
   const std::vector<const char*> paths = {
-      nullptr,   "",          "good\x80", "good\xFF.bin",   "go\xC3", "good\xF5\x80\x80\x80",
-      "good\\x", "q:\\a.bin", "a?b",      overlong.c_str(),
+      nullptr,          "",
+      "good\x80",       "good\xFF.bin",
+      "go\xC3",         "good\xF5\x80\x80\x80",
+      "good\xC0\x80x",  "good\\x",
+      "q:\\a.bin",      "a?b",
+      overlong.c_str(),
   };
   for (const char* path : paths) {
     SCOPED_TRACE(path == nullptr ? "null" : path);

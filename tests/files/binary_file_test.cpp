@@ -239,7 +239,8 @@ TEST_F(BinaryFile, ABadModeLeavesAnOpenFileOpen) {
   WriteBytes("b.bin", "bcdef");
   OpenedFile file("a.bin", 2);
   const OpenedFile firstHandle(file);  // closes it at the end
-  Raised([&] { file.Open("b.bin", 1); });
+  EXPECT_EQ(Raised([&] { file.Open("b.bin", 1); }),
+            "MFile::GetAccessMode - bad parameter inAccessMode\n");
   EXPECT_EQ(file.State(), kOpen);
   EXPECT_EQ(ReadAll(file), "abc");
   EXPECT_TRUE(file.Open("b.bin", 2)) << "a later open really opens";
@@ -269,6 +270,8 @@ TEST_F(BinaryFile, CopiesShareTheHandleAndCountForThemselves) {
   EXPECT_TRUE(copy.Close()) << "one open is still due";
   EXPECT_FALSE(copy.Close()) << "the handle is gone";
   EXPECT_EQ(copy.State(), kCloseFailed);
+  EXPECT_TRUE(copy.Open("a.bin", 2)) << "the object stays usable";
+  EXPECT_EQ(copy.GetLength(), 6);
 }
 
 TEST_F(BinaryFile, AssignmentCopiesAllAndClosesNothing) {
@@ -379,6 +382,39 @@ TEST_F(BinaryFile, AFolderIsNoFile) {
   EXPECT_TRUE(kv::test::FolderExists("folder"));
 }
 
+TEST_F(BinaryFile, AReadOnlyFolderIsNoFileEither) {
+  kv::test::CreateFolders("folder");
+  kv::test::SetReadOnly("folder", true);
+  MFile file;
+  EXPECT_FALSE(file.Open("folder", 2)) << "asked again once, not for ever";
+  EXPECT_TRUE(kv::test::FolderExists("folder"));
+}
+
+TEST_F(BinaryFile, AReaderKeepsWritersOut) {
+  WriteBytes("a.bin", "abc");
+  const MFile reader("a.bin", 2);
+  MFile writer;
+  EXPECT_FALSE(writer.Open("a.bin", 4));
+  EXPECT_FALSE(writer.Open("a.bin", 5));
+  EXPECT_FALSE(writer.Open("a.bin", 16));
+  EXPECT_EQ(ReadBytes("a.bin"), "abc");
+}
+
+// Lengths and positions are the low 32 bits of the system's.
+TEST_F(BinaryFile, MeasuresLargeFilesIn32Bits) {
+  kv::test::MakeSparse("large.bin", 0xC0000000);
+  MFile file("large.bin", 2);
+  EXPECT_EQ(file.GetLength(), -1073741824);
+  EXPECT_EQ(MFile::GetLength("large.bin"), -1073741824);
+  EXPECT_EQ(file.Seek(2, 0), 0xC0000000u);
+  EXPECT_EQ(file.GetFilePointer(), 0xC0000000u);
+  const unsigned char zero = 0;
+  EXPECT_FALSE(file.Search(&zero, 1, true)) << "a negative length is not searched";
+  EXPECT_EQ(file.GetFilePointer(), 0u);
+  kv::test::MakeSparse("huge.bin", 0x10000000A);
+  EXPECT_EQ(MFile::GetLength("huge.bin"), 10);
+}
+
 TEST_F(BinaryFile, ReadsToTheEndAndThenNothing) {
   WriteBytes("a.bin", "abcdef");
   MFile file("a.bin", 2);
@@ -401,7 +437,7 @@ TEST_F(BinaryFile, SeeksFromEachOrigin) {
     unsigned position;
   } rows[] = {{0, 4, 4}, {1, -3, 1}, {1, 2, 3}, {2, 0, 6}, {2, -6, 0}, {0, 100, 100}, {0, 0, 0}};
   for (const auto& row : rows) {
-    SCOPED_TRACE(row.origin * 1000 + static_cast<unsigned>(row.distance));
+    SCOPED_TRACE(testing::Message() << "origin " << row.origin << " by " << row.distance);
     EXPECT_EQ(file.Seek(row.origin, row.distance), row.position);
     EXPECT_EQ(file.GetFilePointer(), row.position);
   }
@@ -413,6 +449,7 @@ TEST_F(BinaryFile, RefusesUnknownSeekOrigins) {
   WriteBytes("a.bin", "abc");
   MFile file("a.bin", 2);
   for (const unsigned origin : {3u, 255u, 0xFFFFFFFFu}) {
+    SCOPED_TRACE(origin);
     EXPECT_EQ(Raised([&] { file.Seek(origin, 0); }),
               "MFile::Seek - bad parameter inDistanceToMove\n");
   }
@@ -476,6 +513,15 @@ TEST_F(BinaryFile, SearchesInPiecesThatDoNotOverlap) {
   }
 }
 
+// The last piece is shorter than the buffer: what an earlier piece left behind it is not searched.
+TEST_F(BinaryFile, SearchLooksOnlyAtBytesThatWereRead) {
+  std::string content(65538, '.');
+  content.replace(3, 3, "dle").replace(65535, 3, "nee");
+  WriteBytes("s.bin", content);
+  MFile file("s.bin", 2);
+  EXPECT_FALSE(file.Search(reinterpret_cast<const unsigned char*>("needle"), 6, true));
+}
+
 TEST_F(BinaryFile, SearchOfAClosedFileFindsNothing) {
   MFile file;
   const unsigned char pattern[] = {'a'};
@@ -504,17 +550,43 @@ TEST_F(BinaryFile, SearchReadsThroughTheVirtualRead) {
   EXPECT_EQ(file.counts, (std::vector<unsigned>{65535, 65535, 65535}));
 }
 
-TEST_F(BinaryFile, ReportsTimesInSecondsSince1970) {
+// Answers with another number of bytes than it was asked for.
+class MiscountingFile : public MFile {
+ public:
+  MiscountingFile(const char* path, unsigned answer) : MFile(path, 2), answer_(answer) {}
+  unsigned Read(void* buffer, unsigned count) override {
+    std::memset(buffer, 'z', count);
+    return answer_;
+  }
+
+ private:
+  unsigned answer_;
+};
+
+TEST_F(BinaryFile, SearchBelievesNoMoreBytesThanItAskedFor) {
+  WriteBytes("s.bin", std::string(100, 'a'));
+  const auto* pattern = reinterpret_cast<const unsigned char*>("zz");
+  MiscountingFile boaster("s.bin", 0xFFFFFFFF);
+  EXPECT_TRUE(boaster.Search(pattern, 2, true));
+  EXPECT_FALSE(boaster.Search(reinterpret_cast<const unsigned char*>("a"), 1, true));
+  MiscountingFile miser("s.bin", 1);
+  EXPECT_FALSE(miser.Search(pattern, 2, true)) << "one byte is all that arrived";
+  MiscountingFile empty("s.bin", 0);
+  EXPECT_FALSE(empty.Search(pattern, 2, true));
+}
+
+TEST_F(BinaryFile, ReportsTimesInWholeSecondsSince1970) {
   WriteBytes("a.bin", "abc");
-  MFile file("a.bin", 2);
-  const long long written = file.GetTime(2);
-  EXPECT_GT(written, 1577836800) << "later than 2020-01-01";
-  EXPECT_LT(written, 4102444800) << "earlier than 2100-01-01";
-  EXPECT_EQ(file.GetTime(3), written);
-  EXPECT_EQ(file.GetTime(-1), written);
-  EXPECT_GT(file.GetTime(0), 1577836800);
-  EXPECT_GE(file.GetTime(1), 1577836800);
-  EXPECT_EQ(MFile::GetTime("a.bin", 2), written);
+  kv::test::SetTimes("a.bin", 1100000000, 1200000000, 9999999);
+  MFile file("a.bin", 34);
+  EXPECT_EQ(file.GetTime(1), 1100000000);
+  EXPECT_EQ(file.GetTime(2), 1200000000);
+  EXPECT_EQ(file.GetTime(3), 1200000000);
+  EXPECT_EQ(file.GetTime(-1), 1200000000);
+  // Wine takes the earlier of what its host knows for the creation: it is only known to be set.
+  EXPECT_GT(file.GetTime(0), 0);
+  EXPECT_EQ(MFile::GetTime("a.bin", 1), 1100000000);
+  EXPECT_EQ(MFile::GetTime("a.bin", 2), 1200000000);
   EXPECT_EQ(MFile::GetTime("missing.bin", 2), 0);
 }
 
@@ -531,6 +603,21 @@ TEST_F(BinaryFile, DoesNotCopyAnEmptySource) {
   WriteBytes("empty.bin", "");
   EXPECT_FALSE(MFile::FileCopy("empty.bin", "target.bin"));
   EXPECT_FALSE(FileExists("target.bin"));
+}
+
+TEST_F(BinaryFile, CopiesOverAReadOnlyTarget) {
+  WriteBytes("source.bin", "abc");
+  WriteBytes("target.bin", "xyz1");
+  kv::test::SetReadOnly("target.bin", true);
+  EXPECT_TRUE(MFile::FileCopy("source.bin", "target.bin"));
+  EXPECT_EQ(ReadBytes("target.bin"), "abc1");
+}
+
+TEST_F(BinaryFile, DoesNotCopyAFileOntoItself) {
+  WriteBytes("source.bin", "abc");
+  EXPECT_EQ(Raised([] { MFile::FileCopy("source.bin", "source.bin"); }),
+            "MFile::Load - file open failure\n");
+  EXPECT_EQ(ReadBytes("source.bin"), "abc");
 }
 
 TEST_F(BinaryFile, CopyRaisesWhenAFileCannotBeOpened) {

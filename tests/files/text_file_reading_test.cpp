@@ -71,6 +71,21 @@ TEST_F(TextFileReading, GivesSignificantLines) {
       {"an empty file", "", false, true, {}},
       {"comments only", "! a\n! b", false, true, {}},
       {"bytes above 127 are no white space", "\xA0\n\xFF!\n", true, true, {"1:\xA0", "2:\xFF!"}},
+      {"Ctrl-Z ends the text",
+       "a\n\x1A"
+       "b\n",
+       false,
+       true,
+       {"2:a\n"}},
+      {"Ctrl-Z behind a byte-order mark", "\xEF\xBB\xBF\x1Ax\n", false, true, {}},
+      {"a lone carriage return stays", "a\rb\n", false, true, {"4:a\rb\n"}},
+      {"one carriage return belongs to the line end", "a\r\r\n", false, true, {"3:a\r\n"}},
+      {"a NUL ends the line for its reader",
+       std::string("a\0b\nc\n", 6),
+       false,
+       true,
+       {"1:a", "2:c\n"}},
+      {"a line that begins with NUL is blank", std::string("\0a\nc\n", 5), false, true, {"2:c\n"}},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.fact);
@@ -78,6 +93,19 @@ TEST_F(TextFileReading, GivesSignificantLines) {
     file.SkipEmptyStrings(row.skipEmpty);
     EXPECT_EQ(AllLines(file), row.lines);
   }
+}
+
+TEST_F(TextFileReading, TellsWhiteSpaceAlikeInEveryLocale) {
+  ASSERT_NE(std::setlocale(LC_ALL, "German_Germany.1252"), nullptr);
+  MTextFile file = Opened("\xA0\n\xA0! c\n", true);
+  EXPECT_EQ(AllLines(file), (Lines{"1:\xA0", "4:\xA0! c"}));
+}
+
+TEST_F(TextFileReading, LeavesTheBufferAloneAtTheEndOfTheFile) {
+  MTextFile file = Opened("! c\n");
+  char line[6] = "#####";
+  EXPECT_EQ(file.Readln(line, sizeof line), -1);
+  EXPECT_STREQ(line, "#####");
 }
 
 TEST_F(TextFileReading, TakesItsCharactersFromTheConstructor) {
@@ -99,7 +127,7 @@ TEST_F(TextFileReading, CutsLinesToTheCallersSize) {
 TEST_F(TextFileReading, StoresNothingWithoutRoom) {
   MTextFile file = Opened("abc\ndef\n}\nghi\n", true);
   char line[4] = "###";
-  EXPECT_EQ(file.Readln(line, 0), 0);
+  EXPECT_EQ(file.Readln(static_cast<char*>(nullptr), 10), 0);
   EXPECT_EQ(file.Readln(line, -5), 0);
   EXPECT_EQ(file.Readln(line, 0), -2);
   EXPECT_STREQ(line, "###");
@@ -317,6 +345,19 @@ TEST_F(TextFileReading, CountingKeepsThePosition) {
       EXPECT_STREQ(line, "four");
     }
   }
+}
+
+// A text ends at a Ctrl-Z, wherever the stream's own buffer ends.
+TEST_F(TextFileReading, CountingKeepsThePositionBeforeACtrlZ) {
+  const std::string lines(4998, 'x');
+  MTextFile file = Opened("ab\n" + lines + "\x1A" + std::string(4000, 'y') + "\nz\n", true);
+  char line[20];
+  EXPECT_EQ(file.Readln(line, sizeof line), 2);
+  EXPECT_EQ(file.GetNumberLines(true), -2) << "4998 characters in pieces of 4095";
+  EXPECT_EQ(file.Readln(line, sizeof line), 19);
+  EXPECT_EQ(file.GetNumberLines(true), -1);
+  EXPECT_EQ(file.Readln(line, sizeof line), 19);
+  EXPECT_EQ(file.Readln(line, sizeof line), -1);
 }
 
 TEST_F(TextFileReading, CountingLeavesAFileThatIsWrittenAlone) {

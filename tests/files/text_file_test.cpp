@@ -147,16 +147,54 @@ TEST_F(TextFile, CopiesShareTheStreamAndTheLine) {
   EXPECT_EQ(assigned.GetFileName(), L"a.txt");
 }
 
+// What a derived class sees of the line.
+class LineViewer : public MTextFile {
+ public:
+  using MTextFile::IsComment;
+};
+
+TEST_F(TextFile, CopiesShareTheCurrentLine) {
+  WriteBytes("a.txt", "text\n");
+  LineViewer file;
+  ASSERT_TRUE(file.Open("a.txt", false));
+  const LineViewer copy(file);
+  EXPECT_TRUE(copy.IsComment()) << "no line yet is a blank one";
+  EXPECT_EQ(NextLine(file), "text\n");
+  EXPECT_FALSE(copy.IsComment()) << "the line that the other has read";
+}
+
+TEST_F(TextFile, OpeningClosesWhatIsOpen) {
+  MTextFile file;
+  ASSERT_TRUE(file.Open("a.txt", true));
+  ASSERT_TRUE(file.Writeln("one"));
+  WriteBytes("b.txt", "x\n");
+  ASSERT_TRUE(file.Open("b.txt", false));
+  EXPECT_EQ(ReadBytes("a.txt"), "one\r\n") << "written out";
+  kv::test::RemoveFile("a.txt");
+}
+
+TEST_F(TextFile, BorderSpaceMayBeKeptAgain) {
+  WriteBytes("a.txt", " a \n b \n");
+  MTextFile file(true);
+  ASSERT_TRUE(file.Open("a.txt", false));
+  EXPECT_EQ(NextLine(file), "a");
+  file.SetBorderSpaceDelete(false);
+  EXPECT_EQ(NextLine(file), " b \n");
+}
+
 TEST_F(TextFile, TheLastCopyReleasesTheStream) {
   WriteBytes("a.txt", "one\ntwo\n");
-  MTextFile copy;
   {
-    MTextFile file(true);
-    ASSERT_TRUE(file.Open("a.txt", false));
-    EXPECT_EQ(NextLine(file), "one");
-    copy = file;
+    MTextFile copy;
+    {
+      MTextFile file(true);
+      ASSERT_TRUE(file.Open("a.txt", false));
+      EXPECT_EQ(NextLine(file), "one");
+      copy = file;
+    }
+    EXPECT_EQ(NextLine(copy), "two") << "the stream outlives the object that opened it";
   }
-  EXPECT_EQ(NextLine(copy), "two") << "the stream outlives the object that opened it";
+  kv::test::RemoveFile("a.txt");  // refused while anybody holds it
 }
 
 TEST_F(TextFile, ClosingThroughOneCopyClosesForAll) {

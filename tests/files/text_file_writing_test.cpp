@@ -4,6 +4,7 @@
 #include <cstdarg>
 #include <cstdio>
 #include <string>
+#include <vector>
 
 #include "tests/support/sandbox.h"
 #include "utils/files/files.h"
@@ -89,11 +90,11 @@ TEST_F(TextFileWriting, PrintsRealsWithTheCallersFormat) {
 
 TEST_F(TextFileWriting, CutsTheCallersFormatAt31Characters) {
   const double value = 1;
-  const std::string text30(28, '.');
-  EXPECT_TRUE(file.Writeln(&value, 1, (text30 + "%g;").c_str()));
-  EXPECT_EQ(Written(), text30 + "1;\r\n");
-  EXPECT_TRUE(file.Writeln(&value, 1, (text30 + "%g;" + std::string(300, 'x')).c_str()));
-  EXPECT_EQ(Written(), text30 + "1;\r\n");
+  const std::string dots(28, '.');
+  EXPECT_TRUE(file.Writeln(&value, 1, (dots + "%g;").c_str()));
+  EXPECT_EQ(Written(), dots + "1;\r\n");
+  EXPECT_TRUE(file.Writeln(&value, 1, (dots + "%g;" + std::string(300, 'x')).c_str()));
+  EXPECT_EQ(Written(), dots + "1;\r\n");
 }
 
 TEST_F(TextFileWriting, RefusesFormatsThatDoNotSuitANumber) {
@@ -120,7 +121,9 @@ TEST_F(TextFileWriting, PrintsPointsWhateverTheHostsLocale) {
 TEST_F(TextFileWriting, PrintsLinesAsTheyAre) {
   EXPECT_TRUE(file.Writeln("100% \xC3\xA9 %s"));
   EXPECT_TRUE(file.Writeln(""));
-  EXPECT_EQ(Written(), "100% \xC3\xA9 %s\r\n\r\n");
+  EXPECT_TRUE(file.Writeln(static_cast<const char*>(nullptr)));
+  file.Write(nullptr);
+  EXPECT_EQ(Written(), "100% \xC3\xA9 %s\r\n\r\n\r\n");
 }
 
 TEST_F(TextFileWriting, WriteFlushesWhatItPrints) {
@@ -139,6 +142,15 @@ TEST_F(TextFileWriting, AFileOpenForReadingTakesNoNumbers) {
   EXPECT_TRUE(file.Writeln("text"));
   file.Close();
   EXPECT_EQ(ReadBytes("b.txt"), "abc\n");
+}
+
+TEST_F(TextFileWriting, TellsWhenTheDiskIsFull) {
+  // The device that refuses every write stands where Wine shows its host's files.
+  ASSERT_TRUE(file.Open("Z:\\dev\\full", true));
+  const std::vector<int> integers(10000, 1234567);
+  const std::vector<double> reals(10000, 0.125);
+  EXPECT_FALSE(file.Writeln(integers.data(), 10000));
+  EXPECT_FALSE(file.Writeln(reals.data(), 10000));
 }
 
 // What a derived class is given.
@@ -178,6 +190,38 @@ TEST_F(TextFileWriting, DerivedClassesReachTheStream) {
   EXPECT_EQ(bytes[1], 8);
   EXPECT_EQ(bytes[2], 9);
   EXPECT_FALSE(derived.IsComment()) << "the current line is the row";
+}
+
+TEST_F(TextFileWriting, ReadsRowsWithFormatsOfOneNumberOnly) {
+  const struct {
+    const char* format;
+    int result;
+    unsigned long long value;
+  } rows[] = {
+      {"%x", 1, 0x123}, {"%o", 1, 83},     {"%llu", 1, 123}, {"%hhd", 1, 123}, {"%hd", 1, 123},
+      {"%i", 1, 123},   {"%lX", 1, 0x123}, {"%s", 0, 0},     {"%Lf", 0, 0},    {"%d %d", 0, 0},
+      {"%*d", 0, 0},    {"%n", 0, 0},      {"%c", 0, 0},     {"%p", 0, 0},     {"%[0-9]", 0, 0},
+      {"%", 0, 0},      {"", 0, 0},        {"%5d", 0, 0},    {nullptr, 0, 0},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.format == nullptr ? "null" : row.format);
+    kv::test::WriteBytes("d.txt", "123 " + std::string(100, '4') + "\n");
+    DerivedFile derived;
+    ASSERT_TRUE(derived.Open("d.txt", false));
+    unsigned long long value = 0;
+    EXPECT_EQ(derived.Readln(&value, 1, row.format, 8), row.result);
+    EXPECT_EQ(value, row.value);
+  }
+}
+
+TEST_F(TextFileWriting, CopiesNoMoreThanEightBytesOfAValue) {
+  kv::test::WriteBytes("d.txt", "123\n");
+  DerivedFile derived;
+  ASSERT_TRUE(derived.Open("d.txt", false));
+  unsigned char bytes[9] = {9, 9, 9, 9, 9, 9, 9, 9, 9};
+  EXPECT_EQ(derived.Readln(bytes, 1, "%d", 100), 1);
+  EXPECT_EQ(bytes[0], 123);
+  EXPECT_EQ(bytes[8], 9);
 }
 
 }  // namespace

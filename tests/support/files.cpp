@@ -134,6 +134,26 @@ void RemoveTree(const std::string& path) {
   if (!::RemoveDirectoryW(Widen(path).c_str())) Fail("RemoveDirectoryW", path);
 }
 
+void SetTimes(const std::string& path, long long lastAccess, long long lastWrite, int ticks) {
+  const auto fileTime = [ticks](long long seconds) {
+    const long long value = (seconds + 11'644'473'600) * 10'000'000 + ticks;
+    return FILETIME{static_cast<DWORD>(value & 0xFFFFFFFF), static_cast<DWORD>(value >> 32)};
+  };
+  const FILETIME access = fileTime(lastAccess);
+  const FILETIME write = fileTime(lastWrite);
+  const File file(path, FILE_WRITE_ATTRIBUTES, OPEN_EXISTING);
+  if (!::SetFileTime(file.Get(), nullptr, &access, &write)) Fail("SetFileTime", path);
+}
+
+void MakeSparse(const std::string& path, long long size) {
+  const File file(path, GENERIC_WRITE, CREATE_ALWAYS);
+  LARGE_INTEGER end;
+  end.QuadPart = size;
+  if (!::SetFilePointerEx(file.Get(), end, nullptr, FILE_BEGIN) || !::SetEndOfFile(file.Get())) {
+    Fail("SetEndOfFile", path);
+  }
+}
+
 void SetReadOnly(const std::string& path, bool readOnly) {
   const DWORD attributes = readOnly ? FILE_ATTRIBUTE_READONLY : FILE_ATTRIBUTE_NORMAL;
   if (!::SetFileAttributesW(Widen(path).c_str(), attributes)) Fail("SetFileAttributesW", path);

@@ -5,7 +5,9 @@
 #include "utils/text/text.h"
 
 #include <algorithm>
+#include <limits>
 #include <memory>
+#include <new>
 
 namespace {
 
@@ -92,7 +94,7 @@ bool MFile::Load(const char* path, unsigned mode) {
 }
 
 bool MFile::Unload() {
-  --m_OpenCount;
+  if (m_OpenCount > std::numeric_limits<int>::min()) --m_OpenCount;
   if (m_OpenCount == 0 && m_State == kOpen) {
     m_State = ::CloseHandle(m_Handle) ? kClosed : kCloseFailed;
     m_Handle = INVALID_HANDLE_VALUE;
@@ -163,7 +165,8 @@ bool MFile::Search(const unsigned char* pattern, unsigned length, bool fromStart
     const unsigned read = std::min(Read(buffer.get(), wanted), wanted);
     const int index = MemorySearch(buffer.get(), read, pattern, length);
     if (index >= 0) {
-      Seek(0, position + index + static_cast<int>(length));
+      const auto end = static_cast<unsigned>(position) + static_cast<unsigned>(index) + length;
+      Seek(0, static_cast<int>(end));
       return true;
     }
     if (size - position <= chunk) break;
@@ -198,8 +201,8 @@ bool MFile::FileCopy(const char* source, const char* target) {
   const auto length = static_cast<unsigned>(in.GetLength());
   if (length == 0) return false;
   MFile out(target, kWrite);
-  const auto buffer = std::make_unique_for_overwrite<unsigned char[]>(length);
-  if (in.Read(buffer.get(), length) < length) return false;
+  const std::unique_ptr<unsigned char[]> buffer(new (std::nothrow) unsigned char[length]);
+  if (buffer == nullptr || in.Read(buffer.get(), length) < length) return false;
   return out.Write(buffer.get(), length) >= length;
 }
 

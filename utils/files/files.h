@@ -2,9 +2,10 @@
 // diagnostic sink.
 //
 // Paths are NUL-terminated UTF-8 of any length with "\" between folders. A path that is null, empty
-// or not valid UTF-8 names no file: the call fails as it does for a file that is missing. Every
-// object belongs to one thread at a time. Nothing returned by pointer outlives the object it came
-// from.
+// or malformed (as utf8_to_utf16 judges it: overlong forms pass, unless they spell a NUL) names no
+// file: the call fails as it does for a file that is missing. Other pointers must be valid unless a
+// declaration says otherwise. Every object belongs to one thread at a time. Nothing returned by
+// pointer outlives the object it came from.
 #ifndef KVUTILS_UTILS_FILES_FILES_H_
 #define KVUTILS_UTILS_FILES_FILES_H_
 
@@ -120,7 +121,8 @@ class KVUTILS_API MFile {
   // The low 32 bits of the file pointer; 0 when the file is not open.
   [[nodiscard]] unsigned GetFilePointer() const;
 
-  // The low 32 bits of the length in bytes; -1 when the file is not open.
+  // The low 32 bits of the length in bytes, so a negative number from 2 GiB on; -1 when the file is
+  // not open.
   [[nodiscard]] int GetLength() const;
 
   // A time stamp in whole seconds since 1970-01-01 00:00 UTC: 0 creation, 1 last access, any other
@@ -132,7 +134,7 @@ class KVUTILS_API MFile {
   // pointer where the search began. A closed file and a pointer at or past the end give false and
   // read nothing. Reads through Read, at most 65,535 bytes a call. Callers rely on it: the pieces
   // do not overlap, so a match that lies across two of them is not found. An empty pattern matches
-  // at the first byte.
+  // at the first byte. A file whose length reads as negative is not searched.
   bool Search(const unsigned char* pattern, unsigned length, bool fromStart);
 
   // Memory mapping is not offered: false, `info` unwritten.
@@ -147,9 +149,10 @@ class KVUTILS_API MFile {
   // As the member of the same name; 0 when the file cannot be opened.
   static long long GetTime(const char* path, int which);
   // Copies the content of `source` over the beginning of `target`, which is created if missing.
-  // Callers rely on it: a longer target keeps its tail. True when all bytes were copied; false for
-  // an empty source, without creating the target, and when fewer bytes arrive than the length
-  // promised. Throws MException, code 2, when either file cannot be opened, read or written.
+  // Callers rely on it: a longer target keeps its tail. The source is taken to
+  // be as long as the low 32 bits of its length say. True when so many bytes were copied; false for
+  // an empty source, without creating the target, when fewer bytes arrive than promised, and when
+  // memory is short. Throws MException, code 2, when either file cannot be opened, read or written.
   static bool FileCopy(const char* source, const char* target);
 
  protected:
@@ -205,13 +208,13 @@ class KVUTILS_API MTextFile {
 
   // True when a read has met the end of the file.
   [[nodiscard]] bool GetEndFileStatus() const;
-  // The path last opened.
+  // The path last given to Open, empty when it was malformed.
   [[nodiscard]] std::wstring GetFileName() const;
 
   // The next significant line as text: at most size - 1 bytes of it are stored, with a NUL. Returns
   // the number of bytes stored; -2 when the line begins with the end character (it is stored all
-  // the same); -1 at the end of the file, `dst` untouched. A size below 1 stores nothing and counts
-  // 0.
+  // the same); -1 at the end of the file, `dst` untouched. A null dst or a size below 1 stores
+  // nothing and counts 0.
   int Readln(char* dst, int size);
 
   // The next significant line as numbers separated by spaces and tabs: stores at most `count` and
@@ -240,9 +243,9 @@ class KVUTILS_API MTextFile {
   // lines and "}" give 3, three lines and the end of the file give -3.
   int GetNumberLines(bool untilEndMarker);
 
-  // printf-style output, flushed. A failure is not reported.
+  // printf-style output, flushed. A failure is not reported; a null format prints nothing.
   void Write(const char* format, ...);
-  // The text and a line end; always true.
+  // The text (null counts as empty) and a line end; always true.
   bool Writeln(const char* text);
   // A row of numbers, each followed by a space, and a line end. False as soon as one could not be
   // written. Callers rely on it: an unsigned int above 2,147,483,647 is printed as a negative
@@ -260,8 +263,9 @@ class KVUTILS_API MTextFile {
  protected:
   // Whether the current line is one that reading skips.
   bool IsComment() const;
-  // The row reader behind the typed forms: scans each token with `format` into a value of eight
-  // bytes and copies its first `itemSize` bytes.
+  // The row reader behind the typed forms: scans each token with `format`, one conversion
+  // of an integer or a real number, into a value of eight bytes and copies its first `itemSize`
+  // bytes (eight at most). Another format reads no values.
   int Readln(void* out, int count, const char* format, int itemSize);
 
   // The standard functions of the same names on the stream; null and -1 when it is closed.
@@ -270,8 +274,8 @@ class KVUTILS_API MTextFile {
   int vfprintf(const char* format, va_list arguments);
 
  private:
-  struct Stream;
-  struct Access;  // what the members share and the DLL does not export
+  class Stream;
+  struct Internals;  // what the members share and the DLL does not export
 
   std::wstring m_FileName;
   int m_BomSkipped;  // 1 when the file open for reading began with EF BB BF

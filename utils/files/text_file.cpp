@@ -1,8 +1,8 @@
 #include "utils/files/files.h"
 
+#include "utils/files/text_position.h"
 #include "utils/files/text_stream.h"
 #include "utils/internal/number_scan.h"
-#include "utils/internal/numeric_locale.h"
 #include "utils/internal/wide_path.h"
 #include "utils/text/text.h"
 
@@ -15,7 +15,6 @@ namespace {
 
 using kv::internal::kScannedSize;
 using kv::internal::NumberScanner;
-using kv::internal::ScopedCNumericLocale;
 using kv::internal::WidePath;
 
 constexpr int kEndOfFile = -1;
@@ -73,7 +72,7 @@ void MTextFile::Close() {
 }
 
 void MTextFile::SeekToBegin() {
-  if (std::FILE* file = Access::StreamOf(*this)) {
+  if (std::FILE* file = Internals::StreamOf(*this)) {
     std::fseek(file, m_BomSkipped == 1 ? kByteOrderMarkSize : 0, SEEK_SET);
   }
 }
@@ -85,17 +84,17 @@ void MTextFile::SetBorderSpaceDelete(bool deleteBorderSpace) {
 void MTextFile::SkipEmptyStrings(bool skip) { m_SkipEmptyStrings = skip; }
 
 bool MTextFile::GetEndFileStatus() const {
-  std::FILE* file = Access::StreamOf(*this);
+  std::FILE* file = Internals::StreamOf(*this);
   return file != nullptr && std::feof(file) != 0;
 }
 
 std::wstring MTextFile::GetFileName() const { return m_FileName; }
 
 int MTextFile::Readln(char* dst, int size) {
-  if (!Access::ReadSignificantLine(*this)) return kEndOfFile;
+  if (!Internals::ReadSignificantLine(*this)) return kEndOfFile;
   if (m_DeleteBorderSpace) DeleteBorderSpace(m_Line.get());
   int stored = 0;
-  if (size > 0) {
+  if (dst != nullptr && size > 0) {
     const std::size_t length = std::strlen(m_Line.get());
     stored = static_cast<int>(std::min(static_cast<std::size_t>(size - 1), length));
     std::memcpy(dst, m_Line.get(), static_cast<std::size_t>(stored));
@@ -113,16 +112,15 @@ int MTextFile::Readln(float* values, int count) { return Readln(values, count, "
 int MTextFile::Readln(double* values, int count) { return Readln(values, count, "%lf", 8); }
 
 int MTextFile::Readln(void* out, int count, const char* format, int itemSize) {
-  if (!Access::ReadSignificantLine(*this)) return kEndOfFile;
+  if (!Internals::ReadSignificantLine(*this)) return kEndOfFile;
   char* token = m_Line.get() + std::strspn(m_Line.get(), kTokenDelimiters);
   if (*token != '\0' && *token == m_EndChar) return kEndMarker;
 
-  const ScopedCNumericLocale numericLocale;
   const NumberScanner scanner(format);
   const auto size = std::min(static_cast<std::size_t>(std::max(itemSize, 0)), kScannedSize);
   auto* target = static_cast<unsigned char*>(out);
   int stored = 0;
-  while (stored < count && *token != '\0') {
+  while (target != nullptr && stored < count && *token != '\0') {
     const std::size_t length = std::strcspn(token, kTokenDelimiters);
     const bool isLast = token[length] == '\0';
     token[length] = '\0';
@@ -140,7 +138,7 @@ int MTextFile::Readln(void* out, int count, const char* format, int itemSize) {
 bool MTextFile::SearchString(const char* text, bool fromStart) {
   if (text == nullptr) return false;
   if (fromStart) SeekToBegin();
-  while (Access::ReadSignificantLine(*this)) {
+  while (Internals::ReadSignificantLine(*this)) {
     DeleteBorderSpace(m_Line.get());
     if (std::strcmp(m_Line.get(), text) == 0) return true;
   }
@@ -148,7 +146,7 @@ bool MTextFile::SearchString(const char* text, bool fromStart) {
 }
 
 int MTextFile::GetNumberLines(bool untilEndMarker) {
-  std::FILE* file = Access::StreamOf(*this);
+  std::FILE* file = Internals::StreamOf(*this);
   if (file == nullptr || !m_Stream->IsForReading()) return 0;
   const kv::internal::ScopedTextPosition position(file);
   char line[19];
@@ -159,13 +157,18 @@ int MTextFile::GetNumberLines(bool untilEndMarker) {
 }
 
 bool MTextFile::IsComment() const {
+  // No byte of a UTF-8 sequence is white space, whatever the host's locale makes of it alone.
+  const auto isSpace = [](char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    return byte < 0x80 && std::isspace(byte) != 0;
+  };
   const char* first = m_Line.get();
-  while (std::isspace(static_cast<unsigned char>(*first)) != 0) ++first;
+  while (isSpace(*first)) ++first;
   return *first == m_CommentChar || (m_SkipEmptyStrings && *first == '\0');
 }
 
 char* MTextFile::fgets(char* buffer, int size) {
-  std::FILE* file = Access::StreamOf(*this);
+  std::FILE* file = Internals::StreamOf(*this);
   // With room for the terminator alone the standard function succeeds for ever without reading.
   return file == nullptr || size < 2 ? nullptr : std::fgets(buffer, size, file);
 }
@@ -179,6 +182,6 @@ int MTextFile::fprintf(const char* format, ...) {
 }
 
 int MTextFile::vfprintf(const char* format, va_list arguments) {
-  std::FILE* file = Access::StreamOf(*this);
+  std::FILE* file = Internals::StreamOf(*this);
   return file == nullptr ? -1 : std::vfprintf(file, format, arguments);
 }

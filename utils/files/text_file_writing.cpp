@@ -1,117 +1,106 @@
 #include "utils/files/files.h"
 
+#include "utils/files/number_format.h"
 #include "utils/files/text_stream.h"
-#include "utils/internal/numeric_locale.h"
 
-#include <cctype>
+#include <clocale>
 #include <cstring>
+#include <mutex>
+#include <string>
 
 namespace {
 
-using kv::internal::ScopedCNumericLocale;
+using kv::internal::NumberFormat;
 
-// A caller's number format, cut at 31 characters and accepted only when printing a double with it
-// is safe: literal text around at most one conversion of e, f, g or a.
-class NumberFormat {
+// While alive, the process prints numbers with ".". This run-time library has no locale of a
+// thread, so other threads of the host may see "C" for that moment; the lock keeps two of these
+// from restoring each other's. Where "." holds already, nothing changes.
+class ScopedCNumericLocale {
  public:
-  explicit NumberFormat(const char* format) {
-    std::strncpy(text_, format, sizeof text_ - 1);
-    isSafe_ = CheckConversions();
+  ScopedCNumericLocale() {
+    if (std::strcmp(std::localeconv()->decimal_point, ".") == 0) return;
+    lock_ = std::unique_lock(mutex_);
+    previous_ = std::setlocale(LC_NUMERIC, nullptr);
+    std::setlocale(LC_NUMERIC, "C");
   }
-
-  [[nodiscard]] bool IsSafe() const { return isSafe_; }
-  [[nodiscard]] const char* Get() const { return text_; }
+  ~ScopedCNumericLocale() {
+    if (lock_.owns_lock()) std::setlocale(LC_NUMERIC, previous_.c_str());
+  }
+  ScopedCNumericLocale(const ScopedCNumericLocale&) = delete;
+  ScopedCNumericLocale& operator=(const ScopedCNumericLocale&) = delete;
 
  private:
-  // Width and precision are bounded, so that no format asks for an endless row.
-  static constexpr int kMostDigits = 4;
-
-  [[nodiscard]] bool CheckConversions() const {
-    int conversions = 0;
-    for (const char* c = text_; *c != '\0'; ++c) {
-      if (*c != '%') continue;
-      ++c;
-      if (*c == '%') continue;
-      if (!SkipConversion(c) || ++conversions > 1) return false;
-    }
-    return true;
-  }
-
-  // Moves `c` from behind the "%" to the conversion character.
-  static bool SkipConversion(const char*& c) {
-    c += std::strspn(c, "+- #0");
-    if (!SkipDigits(c)) return false;
-    if (*c == '.' && !SkipDigits(++c)) return false;
-    if (*c == 'l') ++c;
-    return *c != '\0' && std::strchr("aAeEfFgG", *c) != nullptr;
-  }
-
-  static bool SkipDigits(const char*& c) {
-    const std::size_t digits = std::strspn(c, "0123456789");
-    c += digits;
-    return digits <= kMostDigits;
-  }
-
-  char text_[32] = "";
-  bool isSafe_;
+  static std::mutex mutex_;
+  std::unique_lock<std::mutex> lock_;
+  std::string previous_;
 };
+std::mutex ScopedCNumericLocale::mutex_;
+
+// Prints each value by `print(value)` and the end of the line. A full disk may show only in the
+// stream's own error mark.
+template <typename Value, typename Print>
+bool WriteRow(std::FILE* stream, const Value* values, int count, Print print) {
+  if (stream == nullptr || (values == nullptr && count > 0)) return false;
+  const auto isWritten = [stream](int result) { return result >= 0 && std::ferror(stream) == 0; };
+  for (int i = 0; i < count; ++i) {
+    if (!isWritten(print(values[i]))) return false;
+  }
+  return isWritten(std::fputc('\n', stream));
+}
+
+template <typename Integer>
+bool WriteIntegers(std::FILE* stream, const Integer* values, int count) {
+  return WriteRow(stream, values, count, [stream](Integer value) {
+    return std::fprintf(stream, "%d ", static_cast<int>(value));
+  });
+}
+
+template <typename Real>
+bool WriteReals(std::FILE* stream, const Real* values, int count, const char* format) {
+  const NumberFormat numberFormat(format);
+  if (!numberFormat.IsValid()) return false;
+  return WriteRow(stream, values, count, [&](Real value) {
+    return std::fputs(numberFormat.Print(static_cast<double>(value)).c_str(), stream);
+  });
+}
 
 }  // namespace
 
 void MTextFile::Write(const char* format, ...) {
+  if (format == nullptr) return;
   const ScopedCNumericLocale numericLocale;
   va_list arguments;
   va_start(arguments, format);
   vfprintf(format, arguments);
   va_end(arguments);
-  if (std::FILE* file = Access::StreamOf(*this)) std::fflush(file);
+  if (std::FILE* file = Internals::StreamOf(*this)) std::fflush(file);
 }
 
 bool MTextFile::Writeln(const char* text) {
-  fprintf("%s\n", text);
+  fprintf("%s\n", text == nullptr ? "" : text);
   return true;
 }
 
-template <typename Printed, typename Value>
-bool MTextFile::Access::WriteRow(MTextFile& file, const Value* values, int count,
-                                 const char* format) {
-  std::FILE* stream = StreamOf(file);
-  if (stream == nullptr) return false;
-  const ScopedCNumericLocale numericLocale;
-  // A full disk may show only in the stream's own error mark.
-  const auto print = [&](auto... arguments) {
-    return file.fprintf(arguments...) >= 0 && std::ferror(stream) == 0;
-  };
-  for (int i = 0; i < count; ++i) {
-    if (!print(format, static_cast<Printed>(values[i]))) return false;
-  }
-  return print("\n");
-}
-
 bool MTextFile::Writeln(const short* values, int count) {
-  return Access::WriteRow<int>(*this, values, count, "%d ");
+  return WriteIntegers(Internals::StreamOf(*this), values, count);
 }
 
 bool MTextFile::Writeln(const unsigned short* values, int count) {
-  return Access::WriteRow<int>(*this, values, count, "%d ");
+  return WriteIntegers(Internals::StreamOf(*this), values, count);
 }
 
 bool MTextFile::Writeln(const int* values, int count) {
-  return Access::WriteRow<int>(*this, values, count, "%d ");
+  return WriteIntegers(Internals::StreamOf(*this), values, count);
 }
 
 bool MTextFile::Writeln(const unsigned int* values, int count) {
-  return Access::WriteRow<int>(*this, values, count, "%d ");
+  return WriteIntegers(Internals::StreamOf(*this), values, count);
 }
 
 bool MTextFile::Writeln(const float* values, int count, const char* format) {
-  const NumberFormat numberFormat(format == nullptr ? "%g " : format);
-  return numberFormat.IsSafe() &&
-         Access::WriteRow<double>(*this, values, count, numberFormat.Get());
+  return WriteReals(Internals::StreamOf(*this), values, count, format == nullptr ? "%g " : format);
 }
 
 bool MTextFile::Writeln(const double* values, int count, const char* format) {
-  const NumberFormat numberFormat(format == nullptr ? "%lg " : format);
-  return numberFormat.IsSafe() &&
-         Access::WriteRow<double>(*this, values, count, numberFormat.Get());
+  return WriteReals(Internals::StreamOf(*this), values, count, format == nullptr ? "%lg " : format);
 }

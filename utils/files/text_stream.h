@@ -2,14 +2,13 @@
 #ifndef KVUTILS_UTILS_FILES_TEXT_STREAM_H_
 #define KVUTILS_UTILS_FILES_TEXT_STREAM_H_
 
-#include <cstddef>
+#include "utils/files/files.h"
+
 #include <cstdio>
 #include <utility>
 
-#include "utils/files/files.h"
-
 // Shared by all copies of one text file; closed once, by whichever comes first.
-struct MTextFile::Stream {
+class MTextFile::Stream {
  public:
   Stream(std::FILE* file, bool forReading) : file_(file), forReading_(forReading) {}
   Stream(const Stream&) = delete;
@@ -27,7 +26,7 @@ struct MTextFile::Stream {
   bool forReading_;
 };
 
-struct MTextFile::Access {
+struct MTextFile::Internals {
   // The standard stream of the file; null when it is closed.
   static std::FILE* StreamOf(const MTextFile& file) {
     return file.m_Stream == nullptr ? nullptr : file.m_Stream->Get();
@@ -40,32 +39,6 @@ struct MTextFile::Access {
     } while (file.IsComment());
     return true;
   }
-
-  // Prints each value, widened to Printed, with the format, and the end of the line.
-  template <typename Printed, typename Value>
-  static bool WriteRow(MTextFile& file, const Value* values, int count, const char* format);
 };
-
-namespace kv::internal {
-
-// Puts a stream opened for reading in text mode back where it stood. ftell cannot tell: in text
-// mode it takes every line end for two bytes, which is wrong in a file whose lines end in "\n"
-// alone. What does hold is the number of characters left, so the position is found again from the
-// beginning.
-class ScopedTextPosition {
- public:
-  explicit ScopedTextPosition(std::FILE* file);
-  ~ScopedTextPosition();
-  ScopedTextPosition(const ScopedTextPosition&) = delete;
-  ScopedTextPosition& operator=(const ScopedTextPosition&) = delete;
-
- private:
-  void Restore() const;
-
-  std::FILE* file_;
-  std::size_t position_;  // characters from the beginning, line ends counted once
-};
-
-}  // namespace kv::internal
 
 #endif  // KVUTILS_UTILS_FILES_TEXT_STREAM_H_

@@ -1,8 +1,11 @@
 #include "utils/internal/number_scan.h"
 
+#include <algorithm>
 #include <charconv>
+#include <clocale>
 #include <cstdio>
 #include <cstring>
+#include <string>
 #include <string_view>
 #include <system_error>
 
@@ -31,18 +34,43 @@ bool IsPrefixed(std::string_view token) {
   return token.size() > 1 && token.front() == '0';
 }
 
+// "%", a length, a conversion, and nothing else. Long doubles are too wide.
+bool IsOneNumber(std::string_view format) {
+  if (format.size() < 2 || format.front() != '%') return false;
+  const std::string_view length = format.substr(1, format.size() - 2);
+  const auto isOneOf = [](std::string_view text, auto... choices) {
+    return ((text == choices) || ...);
+  };
+  if (std::string_view("diouxX").find(format.back()) != std::string_view::npos) {
+    return isOneOf(length, "", "h", "hh", "l", "ll");
+  }
+  return std::string_view("aefgAEFG").find(format.back()) != std::string_view::npos &&
+         isOneOf(length, "", "l");
+}
+
+// sscanf on a token whose point is ".", whatever the process's locale: what the locale takes for
+// the point ends a number here.
+bool ScanOddToken(const char* token, const char* format, void* value) {
+  const char point = *std::localeconv()->decimal_point;
+  if (point == '.') return std::sscanf(token, format, value) == 1;
+  std::string localized(token, std::strcspn(token, std::string(1, point).c_str()));
+  std::replace(localized.begin(), localized.end(), '.', point);
+  return std::sscanf(localized.c_str(), format, value) == 1;
+}
+
 }  // namespace
 
 NumberScanner::NumberScanner(const char* format) : format_(format), conversion_(Classify(format)) {}
 
 NumberScanner::Conversion NumberScanner::Classify(const char* format) {
+  if (format == nullptr) return Conversion::kNone;
   const std::string_view text = format;
   if (text == "%d") return Conversion::kInt;
   if (text == "%u") return Conversion::kUnsigned;
   if (text == "%li") return Conversion::kLong;
   if (text == "%f") return Conversion::kFloat;
   if (text == "%lf") return Conversion::kDouble;
-  return Conversion::kOther;
+  return IsOneNumber(text) ? Conversion::kOtherNumber : Conversion::kNone;
 }
 
 bool NumberScanner::Scan(const char* token, std::size_t length,
@@ -65,10 +93,12 @@ bool NumberScanner::Scan(const char* token, std::size_t length,
     case Conversion::kDouble:
       converted = IsPlainDecimal(text) && ConvertWhole<double>(text, value);
       break;
-    case Conversion::kOther:
+    case Conversion::kOtherNumber:
       break;
+    case Conversion::kNone:
+      return false;
   }
-  return converted || std::sscanf(token, format_, value) == 1;
+  return converted || ScanOddToken(token, format_, value);
 }
 
 }  // namespace kv::internal

@@ -8,12 +8,14 @@ namespace kv::internal {
 
 inline constexpr std::size_t kScannedSize = 8;  // room for the widest value, a double
 
-// Reads tokens with one scan format ("%d", "%u", "%li", "%f", "%lf"; another goes to sscanf as it
-// is). Plain decimal tokens are converted directly and are correctly rounded; signs, prefixes,
-// surplus characters, overflow and everything else odd is left to sscanf, whose answer counts.
-// Expects the numeric locale "C" (ScopedCNumericLocale).
+// Reads tokens with one scan format: "%d", "%u", "%li", "%f", "%lf", or another single conversion
+// of an integer or a real number of at most eight bytes. Plain decimal tokens are converted
+// directly and are correctly rounded; signs, prefixes, surplus characters, overflow and everything
+// else odd is left to sscanf, whose answer counts. Expects the numeric locale "C"
+// (ScopedCNumericLocale).
 class NumberScanner {
  public:
+  // A null format, and any that could write elsewhere than into one number, reads nothing.
   explicit NumberScanner(const char* format);
 
   // Converts the `length` characters of `token`, which a NUL ends. True when they begin with a
@@ -21,7 +23,7 @@ class NumberScanner {
   bool Scan(const char* token, std::size_t length, unsigned char (&value)[kScannedSize]) const;
 
  private:
-  enum class Conversion { kInt, kUnsigned, kLong, kFloat, kDouble, kOther };
+  enum class Conversion { kInt, kUnsigned, kLong, kFloat, kDouble, kOtherNumber, kNone };
 
   static Conversion Classify(const char* format);
 

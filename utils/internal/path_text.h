@@ -3,6 +3,7 @@
 #define KVUTILS_UTILS_INTERNAL_PATH_TEXT_H_
 
 #include <cstddef>
+#include <cstring>
 #include <string_view>
 
 namespace kv::internal {
@@ -50,10 +51,11 @@ class BoundedText {
 
 using PathText = BoundedText<kPathSize>;
 
-// Copies `text` with a terminator into a path buffer; false, writing nothing, when it does not fit.
+// Copies `text`, which may lie in `out` itself, with a terminator into a path buffer; false,
+// writing nothing, when it does not fit.
 inline bool CopyPath(char* out, std::string_view text) {
   if (text.size() >= kPathSize) return false;
-  text.copy(out, text.size());
+  std::memmove(out, text.data(), text.size());
   out[text.size()] = '\0';
   return true;
 }

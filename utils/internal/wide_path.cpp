@@ -15,17 +15,21 @@ WidePath::WidePath(const char* utf8) {
   const int bytes = static_cast<int>(length);
 
   int capacity = kShortSize - 1;
-  int units = utf8_to_utf16(short_, capacity, utf8, bytes);
-  if (units >= 0) {
-    size_ = units;
-    short_[units] = L'\0';
-    return;
+  size_ = utf8_to_utf16(short_, capacity, utf8, bytes);
+  if (size_ < 0 && capacity >= kShortSize) {  // capacity is the size needed
+    long_.resize(static_cast<std::size_t>(capacity));
+    size_ = utf8_to_utf16(long_.data(), capacity, utf8, bytes);
+  } else if (size_ >= 0) {
+    short_[size_] = L'\0';
   }
+  // The system would take a NUL inside, which an overlong form can spell, for the end.
+  if (size_ < 0 || View().find(L'\0') != std::wstring_view::npos) Clear();
+}
+
+void WidePath::Clear() {
+  size_ = 0;
   short_[0] = L'\0';
-  if (capacity == kShortSize - 1) return;  // malformed; otherwise capacity is the size needed
-  long_.resize(static_cast<std::size_t>(capacity));
-  units = utf8_to_utf16(long_.data(), capacity, utf8, bytes);
-  size_ = units;
+  long_.clear();
 }
 
 std::wstring_view WidePath::View() const { return {Get(), static_cast<std::size_t>(size_)}; }
@@ -50,8 +54,8 @@ std::wstring CurrentFolder() {
 
 unsigned long PathAttributes(const WidePath& path) { return ::GetFileAttributesW(path.Get()); }
 
-bool IsExistingFolder(const WidePath& path) {
-  const unsigned long attributes = PathAttributes(path);
+bool IsExistingFolder(const wchar_t* path) {
+  const DWORD attributes = ::GetFileAttributesW(path);
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 

@@ -23,6 +23,8 @@ class WidePath {
  private:
   static constexpr int kShortSize = 264;
 
+  void Clear();
+
   int size_ = 0;
   wchar_t short_[kShortSize];
   std::wstring long_;  // in use when the path does not fit in short_
@@ -36,7 +38,7 @@ std::wstring CurrentFolder();
 
 // The system's attributes of a file or folder, INVALID_FILE_ATTRIBUTES when there is none.
 unsigned long PathAttributes(const WidePath& path);
-bool IsExistingFolder(const WidePath& path);
+bool IsExistingFolder(const wchar_t* path);
 
 }  // namespace kv::internal
 

@@ -14,6 +14,8 @@
 
 #include <windows.h>
 
+#include <shlobj.h>
+
 #include <utility>
 
 namespace kv::internal {

@@ -38,6 +38,7 @@ void LoadList(const char* path) {
 }  // namespace
 
 bool KelvarisPath::CheckFeaturePackFile(char* out, const char* name) {
+  if (name == nullptr) name = "";
   PathText mapped;
   mapped.Append(name);
   const CandidateText listed = ListedForm(name);

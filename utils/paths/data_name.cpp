@@ -2,8 +2,6 @@
 
 #include "utils/text/text.h"
 
-#include <cctype>
-
 namespace kv::internal {
 
 void AppendDataName(PathText& path, std::string_view name) {
@@ -18,19 +16,10 @@ CandidateText LanguageVariant(std::string_view languageFolder, std::string_view 
   return variant;
 }
 
-char LowerCaseByte(char c) {
-  const auto byte = static_cast<unsigned char>(c);
-  return byte < 0x80 ? static_cast<char>(std::tolower(byte)) : c;
-}
-
 bool MakeLowerCase(CandidateText& name) {
-  bool changed = false;
-  for (char* c = name.GetFrom(0); *c != '\0'; ++c) {
-    const char lower = LowerCaseByte(*c);
-    changed = changed || lower != *c;
-    *c = lower;
-  }
-  return changed;
+  const CandidateText before = name;
+  LowerString(name.GetFrom(0));
+  return name.View() != before.View();
 }
 
 }  // namespace kv::internal

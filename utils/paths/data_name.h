@@ -8,8 +8,8 @@
 
 namespace kv::internal {
 
-// A data name on its way to a path. Wider than a path by the leading separator that joining drops
-// and by more than any host needs; a name that does not fit resolves nowhere.
+// A data name on its way to a path: a name as long as a path, with room for a language folder
+// before it. One that does not fit resolves nowhere.
 using CandidateText = BoundedText<2 * kPathSize>;
 
 // Appends a data name to a folder: without its leading separator, every separator made "\".
@@ -18,11 +18,7 @@ void AppendDataName(PathText& path, std::string_view name);
 // `name` inside the language folder.
 CandidateText LanguageVariant(std::string_view languageFolder, std::string_view name);
 
-// The run-time library's lower case of an ASCII character; other bytes belong to UTF-8 sequences
-// and stay.
-char LowerCaseByte(char c);
-
-// Makes the name lower case; true when that changed it.
+// Makes the ASCII letters of the name lower case; true when that changed it.
 bool MakeLowerCase(CandidateText& name);
 
 }  // namespace kv::internal

@@ -8,10 +8,6 @@
 #include "utils/internal/win32.h"
 #include "utils/text/text.h"
 
-#include <shlobj.h>
-
-#include <array>
-
 char KelvarisPath::ms_ExePath[260];
 char KelvarisPath::ms_WorkDir[260];
 char KelvarisPath::ms_CDPath[260];
@@ -45,11 +41,8 @@ std::wstring DocumentsDirectory() {
 
 // True when the folder exists, or was created, and is a folder.
 bool EnsureFolder(const std::wstring& path) {
-  const DWORD attributes = ::GetFileAttributesW(path.c_str());
-  if (attributes == INVALID_FILE_ATTRIBUTES) {
-    return ::CreateDirectoryW(path.c_str(), nullptr) != 0;
-  }
-  return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+  return kv::internal::IsExistingFolder(path.c_str()) ||
+         ::CreateDirectoryW(path.c_str(), nullptr) != 0;
 }
 
 // The lines up to a "}" line, which ends the block; the end of the file ends this block and all
@@ -116,7 +109,7 @@ bool KelvarisPath::GetWritableDir(char* out, unsigned /*size*/) {
 }
 
 void KelvarisPath::SetWritableFolder(const char* path) {
-  if (path != nullptr && path != ms_WritablePath) CopyPath(ms_WritablePath, path);
+  if (path != nullptr) CopyPath(ms_WritablePath, path);
 }
 
 void KelvarisPath::SetLocaleFolder(const char* folder) {

@@ -37,7 +37,8 @@ void ChangeDrive(Char letter) {
 
 void MakeFolder(const char* path) {
   const WidePath widePath(path);
-  if (widePath.IsEmpty() || kv::internal::PathAttributes(widePath) != INVALID_FILE_ATTRIBUTES) {
+  if (widePath.IsEmpty() || widePath.View().size() >= MAX_PATH ||
+      kv::internal::PathAttributes(widePath) != INVALID_FILE_ATTRIBUTES) {
     return;
   }
   const std::wstring_view text = widePath.View();
@@ -81,4 +82,4 @@ int ChangeFolder(const char* path) {
   return ::_chdir(path);
 }
 
-bool IsFolder(const char* path) { return kv::internal::IsExistingFolder(WidePath(path)); }
+bool IsFolder(const char* path) { return kv::internal::IsExistingFolder(WidePath(path).Get()); }

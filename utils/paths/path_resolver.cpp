@@ -34,6 +34,7 @@ KelvarisPath::~KelvarisPath() = default;
 const char* KelvarisPath::GetPath(const char* name) {
   if (name == nullptr) return nullptr;
   const CandidateText plain = CandidateText().Append(name);
+  if (plain.IsOverlong()) return nullptr;
   CandidateText lower = plain;
   const bool hasCapitals = kv::internal::MakeLowerCase(lower);
 
@@ -48,7 +49,6 @@ const char* KelvarisPath::GetPath(const char* name) {
   };
 
   // A name that lower-casing leaves alone has the same candidates again in the lower-case passes.
-  if (plain.IsOverlong()) return nullptr;
   if (const char* path = search(variant(plain))) return path;
   if (hasCapitals) {
     if (const char* path = search(variant(lower))) return path;
@@ -91,8 +91,7 @@ const char* KelvarisPath::FromCDtoWorkPath(const char* path) {
   if (const char* medium = std::strstr(path, ms_CDPath)) {
     return GetWorkPath(medium + std::strlen(ms_CDPath), false, false);
   }
-  const std::string copy = path;  // `path` may lie in the result buffer
-  return CopyPath(m_Buffer.get(), copy) ? m_Buffer.get() : nullptr;
+  return CopyPath(m_Buffer.get(), path) ? m_Buffer.get() : nullptr;
 }
 
 const char* KelvarisPath::GetEphemerisPath() { return GetPath("de441pc"); }
@@ -110,7 +109,8 @@ const char* KelvarisPath::GetWorkspacesFolder() { return ms_WorkspacesFolder; }
 const char* KelvarisPath::GetGuidedToursFolder() { return ms_GuidedToursFolder; }
 
 bool KelvarisPath::CheckLocalFiles(char* out, const char* name) {
-  const CandidateText variant = kv::internal::LanguageVariant(ms_LanguageFolder, name);
+  const CandidateText variant =
+      kv::internal::LanguageVariant(ms_LanguageFolder, name == nullptr ? "" : name);
   if (!CopyPath(out, variant.View())) out[0] = '\0';
   return true;
 }

@@ -3,7 +3,8 @@
 // A data name is a relative path with ":" between its components ("media:fileutils.ini"); "\" and
 // "/" mean the same, one leading separator is ignored, a trailing one names a folder. All text is
 // UTF-8, a path is at most 259 bytes long plus its NUL, folders end in "\" unless said otherwise. A
-// name whose joined path is longer, a null name and a name that is not valid UTF-8 resolve nowhere.
+// name whose joined path is longer, a null name and a malformed one (as utf8_to_utf16 judges it)
+// resolve nowhere. Output pointers must be valid.
 //
 // The folders, lists and caches below are one set for the process, unguarded: all resolution
 // belongs to one thread, the host's main thread.
@@ -27,6 +28,14 @@ enum SetupType : int { kSetupTypeUnknown = -1 };
 // lists of "media:fileutils.ini" are read. Construct one where a question is to be asked;
 // construction costs one small allocation after the first.
 //
+// Lists are text files of one entry a line, trimmed and cut at 255 bytes; lines that begin with "!"
+// and blank lines do not count. "media:fileutils.ini" holds medium folders, theme paths and
+// writable paths, each block closed by a line that begins with "}"; the end of the file closes all.
+// "feature_pack:feature_pack_filelist.txt" in the work folder holds the add-on content folder
+// (relative to the work folder, with a separator at its end) and then the data names that the
+// add-on supplies, up to a "}" line or the end; a list that is missing or empty is looked for
+// again.
+//
 //   KelvarisPath resolver;
 //   if (const char* path = resolver.GetPath("catalogs:Planets&Moons:DwarfPlanets.bin")) Use(path);
 //
@@ -35,8 +44,8 @@ enum SetupType : int { kSetupTypeUnknown = -1 };
 // of a resolver share that buffer.
 class KVUTILS_API KelvarisPath {
  public:
-  // Throws MException, code 0, "KelvarisPath::GetCDPath return false", when the current folder is
-  // longer than 258 bytes; the next construction tries again.
+  // Throws MException, code 0, "KelvarisPath::GetCDPath return false", when the
+  // current folder is longer than 258 bytes or cannot be told; the next construction tries again.
   KelvarisPath();
   KelvarisPath(const KelvarisPath& other);
   KelvarisPath& operator=(const KelvarisPath& other);
@@ -50,8 +59,8 @@ class KVUTILS_API KelvarisPath {
   // ClearFileNamesStorage or Done. What is not found is asked for again.
   const char* GetPath(const char* name);
 
-  // `base` (the work folder when null) joined with `name`, if that exists or is remembered; else
-  // null.
+  // `base` (the work folder when null; ends in "\") joined with `name`, if that exists or is
+  // remembered; else null.
   const char* CheckPath(const char* name, const char* base);
 
   // Where to write: the writable copy if there is one, else `name` joined to the writable folder or
@@ -60,7 +69,7 @@ class KVUTILS_API KelvarisPath {
   const char* GetWorkPath(const char* name, bool mustExist, bool inWritable);
 
   // For a path below the medium folder, GetWorkPath of the rest of it (no demand, work folder);
-  // any other path unchanged.
+  // any other path unchanged. Null for null and for a path over 259 bytes.
   const char* FromCDtoWorkPath(const char* path);
 
   // GetPath of "de441pc".
@@ -78,9 +87,10 @@ class KVUTILS_API KelvarisPath {
 
   // Sets the writable folder; `path` ends in "\". Callers rely on it: the user folder and the
   // workspaces folder go on describing the folder found at start. A null or over-long path changes
-  // nothing.
+  // nothing. An empty one makes the current folder the place to write to.
   static void SetWritableFolder(const char* path);
   // Sets and gives the first component of language variants; remembered paths stay. Null means "".
+  // The text given is good until the folder is set again.
   static void SetLocaleFolder(const char* folder);
   static const char* GetLocaleFolder();
   // Forgets the remembered paths.
@@ -131,10 +141,12 @@ class KVUTILS_API KelvarisPath {
 };
 
 // Creates the folder and its missing parents; does nothing when a file or folder of that name
-// exists. Reports nothing. While it works it moves the current folder and at the end puts it back.
-// Callers rely on how a path is read: "\" alone separates; with "\" as its first or third character
-// it starts at the root of the drive; with a ":" anywhere its first character is a drive and the
-// first three are not names.
+// exists, for an empty path and for one over 259 UTF-16 units. Reports nothing. While it works it
+// moves the current folder, and at the end puts it back. Callers rely on how a path is read: "\"
+// alone separates. With a ":" anywhere, its first character is a drive to be made current (one that
+// cannot be is ignored) and its first three characters are no names. With "\" as its first or third
+// character it starts at the root of the current drive; without a drive the first character is
+// dropped then, so "ab\c" makes "\b\c".
 KVUTILS_API void MakeFolder(const char* path);
 
 // Creates the folder that is to hold the file: ":" behind a drive and "/" count as "\", and what
@@ -152,7 +164,7 @@ KVUTILS_API void SetLocalFolder(const char* code);
 // Where an updated copy of the catalogue or media file `name` is to be written: its copy in the
 // writable folder if there is one, else the place for it there, whose folder is created; the place
 // of the language variant when that is what `name` resolves to. `out` holds 260 bytes. False, `out`
-// untouched, when `name` resolves nowhere.
+// untouched, when `name` resolves nowhere and when the place is longer than 259 bytes.
 KVUTILS_API bool GetWorkPathForDBfiles(char* out, const char* name);
 KVUTILS_API bool GetWorkPathForMediafiles(char* out, const char* name);
 

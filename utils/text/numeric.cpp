@@ -1,11 +1,11 @@
 #include <charconv>
 #include <climits>
+#include <clocale>
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
 #include <system_error>
 
-#include "utils/internal/numeric_locale.h"
 #include "utils/text/characters.h"
 #include "utils/text/text.h"
 
@@ -34,12 +34,13 @@ bool GetDoubleValue(double* value, const char* text) {
   while (IsSpace(*text)) ++text;
   if (*text == '\0') return false;
 
-  const std::string number = SpelledOut(text);
+  std::string number = SpelledOut(text);
   const char* end = number.data() + number.size();
   const std::errc error = std::from_chars(number.data(), end, *value).ec;
   if (error != std::errc::result_out_of_range) return error == std::errc{};
-  // from_chars gives no value beyond the range of double; strtod gives zero or infinity.
-  const kv::internal::ScopedCNumericLocale decimalPoint;
+  // Beyond the range of double, from_chars gives no value; strtod gives zero or infinity. It takes
+  // the point of the process's locale.
+  number.replace(number.find('.'), 1, std::localeconv()->decimal_point);
   *value = std::strtod(number.c_str(), nullptr);
   return true;
 }
