@@ -7,12 +7,14 @@ fail() {
 
 # Runs a command in the background, as a process group of its own, and waits for it: a signal is acted
 # upon at once and not at the command's end. The exit status is left in `status` and not returned:
-# where a caller tests a function's result, bash ignores `set -e` all the way down.
+# where a caller tests a function's result, bash ignores `set -e` all the way down. The lock on Wine,
+# descriptor 9, is kept from the command, because Wine's processes may outlive this one.
 child=
 attended() {
   set +e -m
   (
     set -e +m
+    exec 9>&-
     "$@"
   ) &
   child=$!

@@ -41,7 +41,6 @@ make_prefix() {
     install -d -o "${test_user%:*}" -g "${test_user#*:}" "$wine/$folder"
   done
 
-  exec 9>&-
   in_wine wine wineboot.exe --init
   # A crash ends its process at once with an exit code of its own, instead of starting a debugger.
   local debugger='HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug'
@@ -79,20 +78,20 @@ hand_over() {
 
 # use_wine COMMAND [ARGUMENT...]: runs the command as the test user with a Wine server kept warm; the
 # exit status is left in `status`. The server ends with the last kv that uses it, and by itself some
-# time after a kv that was killed. Descriptor 9 holds a shared lock meanwhile; it is kept from the
-# processes of Wine, which may outlive this one.
+# time after a kv that was killed. Descriptor 9 holds a shared lock meanwhile.
 use_wine() {
   exec 9>>"$build/wine.lock"
   flock --shared 9
   wine_in_use=yes
-  start_wine </dev/null >/dev/null 2>&1 9>&-
-  attended "${as_test_user[@]}" "$@" 9>&-
+  attended start_wine </dev/null >/dev/null 2>&1
+  [ "$status" = 0 ] || fail "Wine does not start in $wine; ./kv clean and another try may help"
+  attended "${as_test_user[@]}" "$@"
 }
 
 # The first program starts Wine's own services, which live as long as the server and would keep that
 # program's output open; so it is one that says nothing.
 start_wine() {
-  in_wine wineserver -p300
+  in_wine wineserver -p300 || echo 'The server runs already.'
   in_wine wine cmd.exe /c exit
 }
 
