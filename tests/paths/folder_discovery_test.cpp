@@ -312,6 +312,16 @@ TEST_F(FolderDiscovery, SetWritableFolderTakesUpTo259Bytes) {
   EXPECT_EQ(KelvarisPath::ms_UserPath, Writable());
 }
 
+TEST_F(FolderDiscovery, SetWritableFolderTakesAPartOfItself) {
+  KelvarisPath::SetWritableFolder("C:\\one\\two\\");
+  KelvarisPath::SetWritableFolder(KelvarisPath::ms_WritablePath + 3);
+  EXPECT_STREQ(KelvarisPath::ms_WritablePath, "one\\two\\");
+  KelvarisPath::SetWritableFolder(KelvarisPath::ms_WritablePath);
+  EXPECT_STREQ(KelvarisPath::ms_WritablePath, "one\\two\\");
+  KelvarisPath::SetWritableFolder(nullptr);
+  EXPECT_STREQ(KelvarisPath::ms_WritablePath, "one\\two\\");
+}
+
 TEST_F(FolderDiscovery, SetLocaleFolderTakesAnyText) {
   for (const char* folder : {"de", "", "a:b", "xx-YY"}) {
     SCOPED_TRACE(folder);

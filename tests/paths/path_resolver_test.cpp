@@ -75,6 +75,15 @@ TEST_F(PathResolver, ResolvesNoNullName) {
   EXPECT_EQ(resolver.FromCDtoWorkPath(nullptr), nullptr);
 }
 
+TEST_F(PathResolver, TakesANullNameForAnEmptyOneInItsSteps) {
+  OpenResolver steps;
+  GuardedBuffer out;
+  EXPECT_TRUE(steps.CheckLocalFiles(out.Get(), nullptr));
+  EXPECT_EQ(out.Text(), "en:");
+  EXPECT_FALSE(steps.CheckFeaturePackFile(out.Get(), nullptr));
+  EXPECT_EQ(out.Text(), "");
+}
+
 TEST_F(PathResolver, UsesTheWorkFolderNotTheCurrentOne) {
   Give(Work() + "a.txt");
   CreateFolders(Root() + "elsewhere");
