@@ -1,10 +1,11 @@
 #include "examples/tour/calendar.h"
 
+#include "examples/tour/format_text.h"
+
+#include <algorithm>
 #include <charconv>
 #include <chrono>
 #include <cmath>
-
-#include "examples/tour/format_text.h"
 
 namespace tour {
 namespace {
@@ -46,7 +47,6 @@ class FieldReader {
   bool Digits(std::size_t count, unsigned& value) {
     if (rest_.size() < count) return false;
     const char* const end = rest_.data() + count;
-    if (rest_.front() == '+' || rest_.front() == '-') return false;
     const auto [stop, error] = std::from_chars(rest_.data(), end, value);
     if (error != std::errc() || stop != end) return false;
     rest_.remove_prefix(count);
@@ -102,7 +102,10 @@ double JulianDate(const CivilTime& time) {
 }
 
 CivilTime CivilTimeOf(double julianDate) {
-  return FromUnixSeconds(std::llround((julianDate - kUnixEpoch) * kSecondsPerDay));
+  // Not a number is greater than nothing.
+  const double bounded =
+      julianDate > kFirstJulianDate ? std::min(julianDate, kLastJulianDate) : kFirstJulianDate;
+  return FromUnixSeconds(std::llround((bounded - kUnixEpoch) * kSecondsPerDay));
 }
 
 std::string DateText(const CivilTime& time) { return DateText(DateNumber(time)); }

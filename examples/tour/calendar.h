@@ -18,7 +18,7 @@ struct CivilTime {
   unsigned second = 0;
 };
 
-// The years that the tour answers for: those in which its theory of the Earth's motion holds.
+// The years that the tour answers for: those over which EarthPosition is known to hold.
 inline constexpr int kFirstYear = 1800;
 inline constexpr int kLastYear = 2199;
 
@@ -30,7 +30,13 @@ std::optional<CivilTime> ParseCivilTime(std::string_view text);
 CivilTime Now();
 
 double JulianDate(const CivilTime& time);
-// To the nearest second.
+
+// Julian Dates between which CivilTimeOf converts: the years 1585 to 2406.
+inline constexpr double kFirstJulianDate = 2300000.0;
+inline constexpr double kLastJulianDate = 2600000.0;
+
+// To the nearest second. A date outside the range counts as its nearer end, and no number as its
+// first.
 CivilTime CivilTimeOf(double julianDate);
 
 std::string DateText(const CivilTime& time);      // "2026-11-21"
