@@ -10,11 +10,12 @@
 #ifndef KVUTILS_EXAMPLES_TOUR_ORBITAL_ELEMENTS_H_
 #define KVUTILS_EXAMPLES_TOUR_ORBITAL_ELEMENTS_H_
 
+#include "examples/tour/calendar.h"
+#include "utils/astro/astro.h"
+
 #include <bit>
 #include <cstdint>
 #include <optional>
-
-#include "utils/astro/astro.h"
 
 namespace tour {
 
@@ -81,7 +82,21 @@ constexpr Elements Pack(const OrbitalElements& elements) {
   return std::bit_cast<Elements>(image);
 }
 
-// Nothing for a block of another layout and for elements that describe no ellipse.
+// Whether the elements are numbers with which the tour can reckon: an ellipse outside the Sun and
+// short of the nearest stars. Not a number lies between no two bounds.
+constexpr bool AreSound(const OrbitalElements& elements) {
+  const auto isBetween = [](double value, double low, double high) {
+    return value >= low && value <= high;
+  };
+  const auto isAngle = [&](double degrees) { return isBetween(degrees, -360.0, 360.0); };
+  return isBetween(elements.epoch, kFirstJulianDate, kLastJulianDate) &&
+         isBetween(elements.semiMajorAxis, 0.005, 100000.0) && elements.eccentricity >= 0.0 &&
+         elements.eccentricity < 1.0 && isAngle(elements.inclination) &&
+         isAngle(elements.ascendingNode) && isAngle(elements.perihelionArgument) &&
+         isAngle(elements.meanAnomaly);
+}
+
+// Nothing for a block of another layout and for one that is damaged.
 constexpr std::optional<OrbitalElements> Unpack(const Elements& block) {
   using layout::Whole;
   const auto image = std::bit_cast<layout::Image>(block);
@@ -95,9 +110,7 @@ constexpr std::optional<OrbitalElements> Unpack(const Elements& block) {
                                     .standing = static_cast<Standing>(image.standing),
                                     .timesPicked = image.timesPicked,
                                     .lastPicked = image.lastPicked};
-  const bool isEllipse =
-      elements.semiMajorAxis > 0.0 && elements.eccentricity >= 0.0 && elements.eccentricity < 1.0;
-  if (image.layout != layout::kLayout || !isEllipse) return std::nullopt;
+  if (image.layout != layout::kLayout || !AreSound(elements)) return std::nullopt;
   return elements;
 }
 
