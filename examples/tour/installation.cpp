@@ -1,10 +1,10 @@
 #include "examples/tour/installation.h"
 
-#include <charconv>
-
 #include "utils/files/files.h"
 #include "utils/paths/paths.h"
 #include "utils/text/text.h"
+
+#include <charconv>
 
 namespace tour {
 namespace {

@@ -1,12 +1,12 @@
 #include "examples/tour/observer_time.h"
 
-#include <algorithm>
-#include <cmath>
-#include <iterator>
-
 #include "examples/tour/calendar.h"
 #include "examples/tour/format_text.h"
 #include "utils/platform/platform.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
 
 namespace tour {
 namespace {
@@ -18,9 +18,9 @@ constexpr const char* kUtcNames[] = {
     "GMT0",      "Etc/GMT0",      "GMT+0",   "Etc/GMT+0", "GMT-0",     "Etc/GMT-0"};
 
 // In 1800 clocks went by the Sun of their own place, so that a zone with inhabitants differs from
-// UTC then; the others differ from it today.
-constexpr double kBeforeZones = 2378496.5;  // 1800-01-01
-constexpr double kToday = 2460492.5;        // 2024-07-01
+// UTC then; the others differ from it by the rules of the present.
+constexpr double kBeforeZones = 2378496.5;   // 1800-01-01
+constexpr double kPresentRules = 2460492.5;  // 2024-07-01
 
 // "+01:00", and seconds where the offset has them, as local mean times do.
 std::string OffsetText(double days) {
@@ -37,7 +37,7 @@ bool IsKnownZone(const std::string& zone) {
   const auto isZone = [&](const char* name) { return zone == name; };
   return std::any_of(std::begin(kUtcNames), std::end(kUtcNames), isZone) ||
          getLocalUTCDeltaForTimezone(zone.c_str(), kBeforeZones) != 0.0 ||
-         getLocalUTCDeltaForTimezone(zone.c_str(), kToday) != 0.0;
+         getLocalUTCDeltaForTimezone(zone.c_str(), kPresentRules) != 0.0;
 }
 
 std::string LocalTimeText(const std::string& zone, double julianDate) {

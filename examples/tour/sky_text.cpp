@@ -1,10 +1,10 @@
 #include "examples/tour/sky_text.h"
 
-#include <cmath>
-#include <numbers>
-
 #include "examples/tour/format_text.h"
 #include "utils/astro/astro.h"
+
+#include <cmath>
+#include <numbers>
 
 namespace tour {
 

@@ -1,9 +1,9 @@
 #include "examples/tour/two_body.h"
 
+#include "examples/tour/earth_orbit.h"
+
 #include <cmath>
 #include <numbers>
-
-#include "examples/tour/earth_orbit.h"
 
 namespace tour {
 namespace {
