@@ -1,17 +1,29 @@
 #include "examples/tour/resolution.h"
 
-#include <string_view>
-
 #include "utils/paths/paths.h"
+
+#include <string_view>
 
 namespace tour {
 namespace {
 
-// Takes `prefix` off the front of `text`, if it is there and something follows it.
-bool TakePrefix(std::string_view& text, std::string_view prefix) {
-  if (prefix.empty() || !text.starts_with(prefix)) return false;
-  text.remove_prefix(prefix.size());
-  return true;
+bool IsBelow(std::string_view path, std::string_view folder) {
+  return !folder.empty() && path.starts_with(folder);
+}
+
+// Whether the file was found in the writable folder. Where one of the two folders lies in the
+// other, the inner one has the file.
+bool IsInWritableFolder(std::string_view file, std::string_view writable, std::string_view work) {
+  return IsBelow(file, writable) && !(IsBelow(file, work) && work.size() > writable.size());
+}
+
+// `path` is below its folder.
+std::string Reason(std::string_view path, bool inWritableFolder) {
+  if (inWritableFolder) return "your folder goes first";
+  const std::string language = KelvarisPath::GetLocaleFolder();
+  if (path.starts_with(language + "\\")) return "variant for the language \"" + language + "\"";
+  if (IsBelow(path, KelvarisPath::sFeaturePackFolder)) return "add-on content";
+  return "plain installation file";
 }
 
 }  // namespace
@@ -19,24 +31,21 @@ bool TakePrefix(std::string_view& text, std::string_view prefix) {
 Resolution Resolve(const char* dataName) {
   KelvarisPath resolver;
   const char* const answer = resolver.GetPath(dataName);
-  if (answer == nullptr) return {.path = "", .reason = "not found"};
+  if (answer == nullptr) return {.file = "", .path = "", .reason = "not found"};
 
-  std::string_view path = answer;
   Resolution resolution;
-  resolution.inWritableFolder = TakePrefix(path, resolver.GetWritableFolder());
-  if (!resolution.inWritableFolder) TakePrefix(path, resolver.GetWorkFolder());
-  resolution.path = path;
-
-  const std::string language = KelvarisPath::GetLocaleFolder();
-  if (path.starts_with(language + "\\")) {
-    resolution.reason = "variant for the language \"" + language + "\"";
-  } else if (TakePrefix(path, KelvarisPath::sFeaturePackFolder)) {
-    resolution.reason = "add-on content";
-  } else {
-    resolution.reason = "plain installation file";
-  }
-  if (resolution.inWritableFolder) resolution.reason = "your folder goes first";
+  resolution.file = answer;
+  const std::string_view writable = resolver.GetWritableFolder();
+  const std::string_view work = resolver.GetWorkFolder();
+  resolution.inWritableFolder = IsInWritableFolder(resolution.file, writable, work);
+  const std::string_view folder = resolution.inWritableFolder ? writable : work;
+  resolution.path = resolution.file.substr(IsBelow(resolution.file, folder) ? folder.size() : 0);
+  resolution.reason = Reason(resolution.path, resolution.inWritableFolder);
   return resolution;
+}
+
+std::string RemedyFor(const Resolution& resolution) {
+  return resolution.inWritableFolder ? "; remove it to use the installed one" : "";
 }
 
 }  // namespace tour
