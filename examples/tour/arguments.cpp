@@ -1,10 +1,10 @@
 #include "examples/tour/arguments.h"
 
+#include "examples/tour/format_text.h"
+
 #include <algorithm>
 #include <iterator>
 #include <string_view>
-
-#include "examples/tour/format_text.h"
 
 namespace tour {
 
@@ -14,12 +14,10 @@ const char kHelp[] =
     "Tells where the dwarf planets stand, from the data of the sample installation in the current\n"
     "folder, and where each data file was found.\n"
     "\n"
-    "  DATE, --date DATE  2026-11-21, 2026-11-21T18:30 or 2026-11-21T18:30:15, in UTC, from 1800 "
-    "to\n"
-    "                     2199; the present when left out\n"
-    "  --zone ZONE        the observer's time zone, such as Europe/Berlin; that of "
-    "media:observer.txt\n"
-    "                     when left out\n"
+    "  DATE, --date DATE  2026-11-21, 2026-11-21T18:30 or 2026-11-21T18:30:15, in UTC, of the\n"
+    "                     years 1800 to 2199; the present when left out\n"
+    "  --zone ZONE        the observer's time zone, such as Europe/Berlin; that of\n"
+    "                     media:observer.txt when left out\n"
     "  --language CODE    en, de, fr, ru, es, pt-PT, pt, it, nl, zh or ja; en when left out\n"
     "  --help             this text\n"
     "\n"
@@ -31,57 +29,62 @@ namespace {
 constexpr std::string_view kLanguages[] = {"en", "de", "fr", "ru", "es", "pt-PT",
                                            "pt", "it", "nl", "zh", "ja"};
 
-bool SetDate(const std::string& value, Arguments& arguments, std::string& complaint) {
-  if (arguments.time) {
-    complaint = "the date is given twice";
-    return false;
-  }
+// Each of these functions makes one line of complaint, or none when all is well.
+std::string SetDate(const std::string& value, Arguments& arguments) {
+  if (arguments.time) return "the date is given twice";
   arguments.time = ParseCivilTime(value);
-  if (!arguments.time) {
-    complaint = FormatText(
-        "\"%.40s\" is not a date like 2026-11-21 or 2026-11-21T18:30:00 between %d and %d",
-        value.c_str(), kFirstYear, kLastYear);
-  }
-  return arguments.time.has_value();
+  if (arguments.time) return {};
+  return Quoted(value) +
+         FormatText(" is not a date like 2026-11-21 or 2026-11-21T18:30:00 between %d and %d",
+                    kFirstYear, kLastYear);
 }
 
-bool SetOption(const std::string& option, const std::string& value, Arguments& arguments,
-               std::string& complaint) {
-  if (option == "--date") return SetDate(value, arguments, complaint);
-  if (option == "--zone") {
-    arguments.zone = value;
-    return true;
-  }
+std::string SetZone(const std::string& value, Arguments& arguments) {
+  if (arguments.zone) return "--zone is given twice";
+  arguments.zone = value;
+  return {};
+}
+
+std::string SetLanguage(const std::string& value, Arguments& arguments) {
+  if (arguments.language) return "--language is given twice";
   arguments.language = value;
-  if (std::find(std::begin(kLanguages), std::end(kLanguages), value) != std::end(kLanguages)) {
-    return true;
+  const bool isKnown =
+      std::find(std::begin(kLanguages), std::end(kLanguages), value) != std::end(kLanguages);
+  return isKnown ? std::string() : Quoted(value) + " is not a language of the library";
+}
+
+struct Option {
+  std::string_view name;
+  std::string (*set)(const std::string& value, Arguments& arguments);
+};
+constexpr Option kOptions[] = {
+    {"--date", SetDate}, {"--zone", SetZone}, {"--language", SetLanguage}};
+
+// Takes the argument at `next` and the value behind it, if it needs one.
+std::string Take(const std::vector<std::string>& texts, std::size_t& next, Arguments& arguments) {
+  const std::string& text = texts[next++];
+  if (text == "--help" || text == "-h") {
+    arguments.help = true;
+    return {};
   }
-  complaint = FormatText("\"%.40s\" is not a language of the library", value.c_str());
-  return false;
+  for (const Option& option : kOptions) {
+    if (text != option.name) continue;
+    if (next == texts.size() || texts[next].starts_with("--")) return text + " needs a value";
+    return option.set(texts[next++], arguments);
+  }
+  if (text.starts_with("-")) return "unknown option " + Quoted(text);
+  return SetDate(text, arguments);
 }
 
 }  // namespace
 
-bool ParseArguments(int argc, const char* const* argv, Arguments& arguments,
+bool ParseArguments(const std::vector<std::string>& texts, Arguments& arguments,
                     std::string& complaint) {
-  for (int i = 1; i < argc; ++i) {
-    const std::string argument = argv[i];
-    if (argument == "--help" || argument == "-h") {
-      arguments.help = true;
-    } else if (argument == "--date" || argument == "--zone" || argument == "--language") {
-      if (i + 1 == argc) {
-        complaint = argument + " needs a value";
-        return false;
-      }
-      if (!SetOption(argument, argv[++i], arguments, complaint)) return false;
-    } else if (argument.starts_with("-")) {
-      complaint = FormatText("unknown option \"%.40s\"", argument.c_str());
-      return false;
-    } else if (!SetDate(argument, arguments, complaint)) {
-      return false;
-    }
+  complaint.clear();
+  for (std::size_t next = 0; next < texts.size() && complaint.empty();) {
+    complaint = Take(texts, next, arguments);
   }
-  return true;
+  return complaint.empty();
 }
 
 }  // namespace tour

@@ -1,20 +1,33 @@
 #include "examples/tour/dwarf_planets.h"
 
+#include "examples/tour/format_text.h"
+#include "examples/tour/resolution.h"
+#include "utils/paths/paths.h"
+#include "utils/text/text.h"
+
 #include <algorithm>
 #include <cmath>
-
-#include "utils/text/text.h"
 
 namespace tour {
 namespace {
 
 SSO_ID Identifier(unsigned number) { return {kDwarfPlanetClass, number}; }
 
+std::string MissingNamesText() {
+  const Resolution names = Resolve(kNamesName);
+  if (!names.file.empty()) return names.file + " names no object" + RemedyFor(names);
+  KelvarisPath folders;
+  return std::string(folders.GetWorkFolder()) + " is not the sample installation: it has no " +
+         kNamesName;
+}
+
 }  // namespace
 
-std::vector<DwarfPlanet> LoadDwarfPlanets() {
-  std::vector<DwarfPlanet> planets;
+DwarfPlanets LoadDwarfPlanets() {
+  DwarfPlanets loaded;
+  std::vector<DwarfPlanet>& planets = loaded.planets;
   for (const ObjectName& name : ReadObjectNames()) {
+    ++loaded.namedObjects;
     Elements block;
     if (!GetReader()->Get(&block, Identifier(name.number))) continue;
     if (const auto elements = Unpack(block)) planets.push_back({name, *elements});
@@ -22,7 +35,18 @@ std::vector<DwarfPlanet> LoadDwarfPlanets() {
   std::stable_sort(planets.begin(), planets.end(), [](const auto& a, const auto& b) {
     return CompareStrings(a.name.name.c_str(), b.name.name.c_str(), false) == -1;
   });
-  return planets;
+  return loaded;
+}
+
+std::string MissingText(const DwarfPlanets& loaded) {
+  if (loaded.namedObjects == 0) return MissingNamesText();
+  const std::size_t missing = loaded.namedObjects - loaded.planets.size();
+  if (missing == 0) return {};
+  const std::string objects = FormatText("%zu of %zu named objects have no usable record in ",
+                                         missing, loaded.namedObjects);
+  const Resolution records = Resolve(kRecordsName);
+  if (records.file.empty()) return objects + kRecordsName + ", which is not found";
+  return objects + records.file + RemedyFor(records);
 }
 
 const DwarfPlanet& PickOfTheNight(const std::vector<DwarfPlanet>& planets, double julianDate) {

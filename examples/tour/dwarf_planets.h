@@ -2,11 +2,12 @@
 #ifndef KVUTILS_EXAMPLES_TOUR_DWARF_PLANETS_H_
 #define KVUTILS_EXAMPLES_TOUR_DWARF_PLANETS_H_
 
-#include <cstdint>
-#include <vector>
-
 #include "examples/tour/installation.h"
 #include "examples/tour/orbital_elements.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
 
 namespace tour {
 
@@ -15,9 +16,17 @@ struct DwarfPlanet {
   OrbitalElements elements;
 };
 
-// The named objects whose elements the store holds, in the order of their names by the rules of the
-// current code page.
-std::vector<DwarfPlanet> LoadDwarfPlanets();
+struct DwarfPlanets {
+  // The named objects of which the store holds a usable record, in the order of their names by the
+  // rules of the current code page.
+  std::vector<DwarfPlanet> planets;
+  std::size_t namedObjects = 0;  // these and those without such a record
+};
+DwarfPlanets LoadDwarfPlanets();
+
+// What is missing, on one line and with the file that it is missing in; empty when each named
+// object, and there are some, has its record.
+std::string MissingText(const DwarfPlanets& loaded);
 
 // Another one each day, all in turn. `planets` is not empty.
 const DwarfPlanet& PickOfTheNight(const std::vector<DwarfPlanet>& planets, double julianDate);

@@ -1,15 +1,15 @@
 #include "examples/tour/report.h"
 
-#include <algorithm>
-#include <cmath>
-#include <cstdio>
-
 #include "examples/tour/format_text.h"
 #include "examples/tour/observer_time.h"
 #include "examples/tour/resolution.h"
 #include "examples/tour/sky_text.h"
 #include "examples/tour/two_body.h"
 #include "utils/paths/paths.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
 
 namespace tour {
 namespace {
@@ -19,8 +19,14 @@ namespace {
 // objects beyond Neptune by less.
 constexpr double kTerrestrialMinusUtc = 69.184 / 86400.0;
 
-// Elements whose epoch is further away than this deserve a warning.
-constexpr double kOldElementsDays = 5 * 365.25;
+// Whether the instant is so far from the epoch of the elements that the pull of the planets shows.
+// Jupiter, next to the belt of asteroids, makes itself felt there sooner than any planet does
+// beyond Neptune.
+bool IsOld(const OrbitalElements& elements, double julianDate) {
+  constexpr double kOrbitOfSaturn = 10.0;  // AU, the next whole number
+  const double years = elements.semiMajorAxis < kOrbitOfSaturn ? 1.0 : 5.0;
+  return std::abs(julianDate - elements.epoch) > years * 365.25;
+}
 
 void PrintTitle(const char* title) {
   std::printf("\n%s\n%s\n", title, std::string(92, '-').c_str());
@@ -40,13 +46,13 @@ void PrintColumnHeads(const char* number, const char* name, const char* recognis
 void PrintPlace(const DwarfPlanet& planet, double julianDate) {
   const OrbitalElements& elements = planet.elements;
   const Place place = GeocentricPlace(elements, julianDate + kTerrestrialMinusUtc);
-  const bool isOld = std::abs(julianDate - elements.epoch) > kOldElementsDays;
   std::printf("  %6u  %s %-4s %s    %s  %9.5f  %9.5f   %s%s\n", planet.name.number,
               Padded(planet.name.name, 10).c_str(),
               elements.standing == Standing::kRecognised ? "yes" : "-",
               RightAscensionText(place.rightAscension).c_str(),
               DeclinationText(place.declination).c_str(), place.earthDistance, place.sunDistance,
-              DateText(CivilTimeOf(elements.epoch)).c_str(), isOld ? " *" : "");
+              DateText(CivilTimeOf(elements.epoch)).c_str(),
+              IsOld(elements, julianDate) ? " *" : "");
 }
 
 std::string DiscoveryText(unsigned number) {
@@ -87,26 +93,34 @@ void PrintResolutions() {
               KelvarisPath::ms_WritablePaths.size());
 }
 
-void PrintPlaces(const std::vector<DwarfPlanet>& planets, double julianDate) {
+void PrintPlaces(const DwarfPlanets& loaded, double julianDate) {
+  const std::vector<DwarfPlanet>& planets = loaded.planets;
   PrintTitle("Where they stand, seen from the centre of the Earth (astrometric, J2000)");
   PrintColumnHeads("Number", "Name", "IAU", "Right asc.", "Declin.", "To Earth", "To Sun",
                    "Elements");
   PrintColumnHeads("", "", "", " h  m  s", "  °  ′  ″", "AU", "AU", "of");
   for (const DwarfPlanet& planet : planets) PrintPlace(planet, julianDate);
+  const std::string missing = MissingText(loaded);
+  if (!missing.empty()) std::printf("  %s\n", missing.c_str());
   std::puts("");
+  std::puts(
+      "  IAU: \"yes\" is a dwarf planet named by the International Astronomical Union, \"-\" one");
+  std::puts("  that planetary scientists count as such.");
   std::puts(
       "  Plain two-body motion about the Sun: light time is allowed for, the pull of the planets");
   std::puts("  is not. Within months of the date of its elements a place holds to seconds of arc.");
   const bool anyOld = std::any_of(planets.begin(), planets.end(), [&](const DwarfPlanet& planet) {
-    return std::abs(julianDate - planet.elements.epoch) > kOldElementsDays;
+    return IsOld(planet.elements, julianDate);
   });
   if (anyOld) {
     std::puts(
-        "  * more than five years from the date of its elements: off by minutes of arc and more.");
+        "  * more than a year (beyond Saturn: five years) from the date of its elements: off by");
+    std::puts(
+        "  minutes of arc, and by degrees within a lifetime (Ceres in 1801: some 20 degrees).");
   }
 }
 
-void PrintPick(const DwarfPlanet& picked) {
+void PrintPick(const DwarfPlanet& picked, bool canSave) {
   PrintTitle("Pick of the night");
   const ObjectName& name = picked.name;
   std::printf("  %s%s%s\n", name.name.c_str(), name.description.empty() ? "" : ": ",
@@ -119,9 +133,13 @@ void PrintPick(const DwarfPlanet& picked) {
     std::printf("  Picks before: %u, the last for %s.\n", picked.elements.timesPicked,
                 DateText(picked.elements.lastPicked).c_str());
   }
-  std::puts(
-      "  This pick is noted in its record. The store saves its records to your folder when the");
-  std::puts("  program ends, and the next run reads them there.");
+  if (canSave) {
+    std::puts(
+        "  This pick is noted in its record. The store saves its records to your folder when the");
+    std::puts("  program ends, and the next run reads them there.");
+  } else {
+    std::puts("  This pick will be forgotten: your folder, where it would be saved, is no folder.");
+  }
 }
 
 }  // namespace tour

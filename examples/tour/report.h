@@ -1,13 +1,13 @@
-// The pages that the tour prints, in the order in which it prints them. UTF-8, at most 92 columns.
+// The pages that the tour prints, in the order in which it prints them. UTF-8, at most 92 columns;
+// a line that holds a folder of the user is as long as that folder makes it.
 #ifndef KVUTILS_EXAMPLES_TOUR_REPORT_H_
 #define KVUTILS_EXAMPLES_TOUR_REPORT_H_
-
-#include <string>
-#include <vector>
 
 #include "examples/tour/calendar.h"
 #include "examples/tour/dwarf_planets.h"
 #include "examples/tour/installation.h"
+
+#include <string>
 
 namespace tour {
 
@@ -21,10 +21,11 @@ struct Setting {
 void PrintHeading(const Setting& setting);
 // Where each data name leads.
 void PrintResolutions();
-// Where each object stands at the instant.
-void PrintPlaces(const std::vector<DwarfPlanet>& planets, double julianDate);
-// `picked` is as the store held it before this run.
-void PrintPick(const DwarfPlanet& picked);
+// Where each object stands at the instant, and which objects have no record.
+void PrintPlaces(const DwarfPlanets& loaded, double julianDate);
+// `picked` is as the store held it before this run; `canSave` tells whether the store has a folder
+// to save its records to.
+void PrintPick(const DwarfPlanet& picked, bool canSave);
 
 }  // namespace tour
 

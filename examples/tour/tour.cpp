@@ -1,19 +1,22 @@
 // A small host of kvutils.dll: tells where the dwarf planets stand tonight, and shows on the way
 // how the subsystems of the library meet. It expects the sample installation as current folder.
 
-#include <cstdio>
-#include <string>
-#include <vector>
-
 #include "examples/tour/arguments.h"
 #include "examples/tour/console.h"
 #include "examples/tour/dwarf_planets.h"
+#include "examples/tour/format_text.h"
 #include "examples/tour/observer_time.h"
 #include "examples/tour/report.h"
+#include "examples/tour/resolution.h"
 #include "utils/files/files.h"
 #include "utils/paths/paths.h"
 #include "utils/platform/platform.h"
 #include "utils/text/text.h"
+
+#include <cstdio>
+#include <exception>
+#include <string>
+#include <vector>
 
 namespace tour {
 namespace {
@@ -27,15 +30,19 @@ int Complain(const std::string& complaint, int exitCode) {
   return exitCode;
 }
 
+std::string NoZoneText(const std::string& zone) {
+  return Quoted(zone) + " is not a time zone like Europe/Berlin";
+}
+
 // What an application chooses once at its start, after the resolver knows the folders.
 Setting Choose(const Arguments& arguments) {
-  SetLocalFolder(arguments.language.c_str());
-  SetSystemLocale(arguments.language.c_str());
   Setting setting;
-  setting.language = arguments.language;
-  setting.codePage = SetCodePage(arguments.language.c_str());
-  setting.observer = ReadObserver();
-  if (arguments.zone) setting.observer.zone = *arguments.zone;
+  setting.language = arguments.language.value_or("en");
+  SetLocalFolder(setting.language.c_str());
+  SetSystemLocale(setting.language.c_str());
+  setting.codePage = SetCodePage(setting.language.c_str());
+  setting.observer = arguments.zone ? Observer{.place = "given by --zone", .zone = *arguments.zone}
+                                    : ReadObserver();
   setting.utc = arguments.time ? *arguments.time : Now();
   return setting;
 }
@@ -44,23 +51,46 @@ int Tour(const Arguments& arguments) {
   KelvarisPath folders;  // the first one in the process finds the folders
   const Setting setting = Choose(arguments);
   if (!IsKnownZone(setting.observer.zone)) {
-    return Complain("\"" + setting.observer.zone + "\" is not a time zone like Europe/Berlin",
-                    arguments.zone ? kUsageError : kFailure);
-  }
-  const std::vector<DwarfPlanet> planets = LoadDwarfPlanets();
-  if (planets.empty()) {
-    return Complain(std::string("no dwarf planets: ") + folders.GetWorkFolder() +
-                        " is not the sample installation",
+    return Complain(Resolve(kObserverName).file + ": " + NoZoneText(setting.observer.zone),
                     kFailure);
   }
+  const DwarfPlanets loaded = LoadDwarfPlanets();
+  if (loaded.planets.empty()) {
+    return Complain("no dwarf planets: " + MissingText(loaded), kFailure);
+  }
   const double julianDate = JulianDate(setting.utc);
-  const DwarfPlanet& picked = PickOfTheNight(planets, julianDate);
+  const DwarfPlanet& picked = PickOfTheNight(loaded.planets, julianDate);
+  const bool canSave = IsFolder(folders.GetWritableFolder());
   PrintHeading(setting);
   PrintResolutions();
-  PrintPlaces(planets, julianDate);
-  PrintPick(picked);
-  NotePick(picked, DateNumber(setting.utc));
+  PrintPlaces(loaded, julianDate);
+  PrintPick(picked, canSave);
+  if (canSave) NotePick(picked, DateNumber(setting.utc));
   return kSuccess;
+}
+
+int FollowArguments(const std::vector<std::string>& texts) {
+  Arguments arguments;
+  std::string complaint;
+  if (ParseArguments(texts, arguments, complaint) && arguments.zone &&
+      !IsKnownZone(*arguments.zone)) {
+    complaint = NoZoneText(*arguments.zone);
+  }
+  if (!complaint.empty()) return Complain(complaint + "; --help explains", kUsageError);
+  if (!arguments.help) return Tour(arguments);
+  std::fputs(kHelp, stdout);
+  return kSuccess;
+}
+
+int FollowArgumentsGuarded(const std::vector<std::string>& texts) {
+  try {
+    return FollowArguments(texts);
+  } catch (const MException&) {
+    FlushOutput();  // the exception has printed its message when it was made
+    return Complain("stopped by the error above", kFailure);
+  } catch (const std::exception& error) {
+    return Complain(std::string("stopped: ") + error.what(), kFailure);
+  }
 }
 
 // What an application does last. The store of dwarf planets saves itself later still, when the
@@ -70,29 +100,15 @@ void Finish() {
   getLocalUTCDeltaForTimezone(nullptr, 0.0);
 }
 
-int Main(int argc, const char* const* argv) {
-  Arguments arguments;
-  std::string complaint;
-  if (!ParseArguments(argc, argv, arguments, complaint)) {
-    return Complain(complaint + "; --help explains", kUsageError);
-  }
-  if (arguments.help) {
-    std::fputs(kHelp, stdout);
-    return kSuccess;
-  }
-  try {
-    const int exitCode = Tour(arguments);
-    Finish();
-    return exitCode;
-  } catch (const MException&) {
-    return kFailure;  // the exception has shown its message when it was made
-  }
+int Main() {
+  PrepareConsole();
+  const int exitCode = FollowArgumentsGuarded(CommandLineArguments());
+  Finish();
+  if (FlushOutput()) return exitCode;
+  return Complain("the output could not be written", kFailure);
 }
 
 }  // namespace
 }  // namespace tour
 
-int main(int argc, char** argv) {
-  tour::PrepareConsole();
-  return tour::Main(argc, argv);
-}
+int main() { return tour::Main(); }

@@ -22,6 +22,13 @@ inline ProcessResult RunTour(const std::vector<std::string>& arguments, const st
   return RunProgram(ProgramFolder() + "tour.exe", arguments, folder);
 }
 
+inline bool Contains(const std::string& text, const std::string& part) {
+  return text.find(part) != std::string::npos;
+}
+
+// The records, below the installation and below the writable folder.
+inline constexpr char kRecords[] = "catalogs\\Planets&Moons\\DwarfPlanets.bin";
+
 class Tour : public Sandbox {
  protected:
   Tour() { LayOutInstallation(Work()); }

@@ -1,5 +1,7 @@
 // The places that the tour prints, against the ephemerides of JPL.
 
+#include "tests/examples/tour_fixture.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -9,10 +11,9 @@
 #include <sstream>
 #include <string>
 
-#include "tests/examples/tour_fixture.h"
-
 namespace {
 
+using kv::test::Contains;
 using kv::test::ProcessResult;
 using TourPlaces = kv::test::Tour;
 
@@ -134,24 +135,40 @@ TEST_F(TourPlaces, KeepTheSignOfADeclinationBetweenZeroAndMinusOneDegree) {
   EXPECT_NE(result.out.find("01 48 57.9    -00 01 17 "), std::string::npos) << result.out;
 }
 
-TEST_F(TourPlaces, HaveNoFieldOfSixty) {
-  for (const char* date : {"1800-01-01", "1999-12-31T23:59:59", "2026-11-21", "2199-12-31"}) {
-    SCOPED_TRACE(date);
-    const ProcessResult result = Run({date});
-    EXPECT_EQ(result.exitCode, 0U);
-    EXPECT_EQ(result.out.find(" 60 "), std::string::npos) << result.out;
-    EXPECT_EQ(result.out.find(" 60.0 "), std::string::npos) << result.out;
+struct Mark {
+  const char* name;
+  const char* time;
+  const char* epoch;  // the last column, with the mark
+};
+
+// Elements of Ceres count as old a year from their epoch, those of the objects beyond Neptune five
+// years, of 365.25 days each.
+constexpr Mark kMarks[] = {
+    {"Ceres", "2025-06-08", "2026-06-09 *"}, {"Ceres", "2025-06-09", "2026-06-09"},
+    {"Ceres", "2027-06-09", "2026-06-09"},   {"Ceres", "2027-06-10", "2026-06-09 *"},
+    {"Ceres", "1801-01-01", "2026-06-09 *"}, {"Eris", "2021-06-08", "2026-06-09 *"},
+    {"Eris", "2021-06-09", "2026-06-09"},    {"Eris", "2031-06-09", "2026-06-09"},
+    {"Eris", "2031-06-10", "2026-06-09 *"},  {"Pluto", "2021-07-19", "2016-07-19"},
+    {"Pluto", "2021-07-20", "2016-07-19 *"}, {"Sedna", "2031-06-10", "2026-06-09 *"},
+};
+
+TEST_F(TourPlaces, AreMarkedWhenTheirElementsAreOld) {
+  for (const Mark& mark : kMarks) {
+    SCOPED_TRACE(std::string(mark.name) + " at " + mark.time);
+    const std::string page = Run({mark.time}).out;
+    const std::size_t name = page.find(std::string("  ") + mark.name + " ");
+    ASSERT_NE(name, std::string::npos) << page;
+    const std::string line = page.substr(name, page.find('\n', name) - name);
+    EXPECT_TRUE(line.ends_with(std::string("   ") + mark.epoch)) << line;
   }
 }
 
-TEST_F(TourPlaces, WarnWhenElementsAreOld) {
-  const std::string warning = "2016-07-19 *";
-  const std::string old = "2026-06-09 *";
-  const ProcessResult near = Run({"2026-11-21"});
-  EXPECT_NE(near.out.find(warning), std::string::npos);
-  EXPECT_EQ(near.out.find(old), std::string::npos);
-  const ProcessResult far = Run({"2032-01-01"});
-  EXPECT_NE(far.out.find(old), std::string::npos);
+TEST_F(TourPlaces, ExplainTheMarkWhereThereIsOne) {
+  const std::string explanation = "\n  * more than a year (beyond Saturn: five years) from ";
+  EXPECT_TRUE(Contains(Run({"2027-06-10"}).out, explanation));
+  kv::test::WriteBytes(Work() + "en\\media\\dwarf_names.txt", "1\tCeres\n136199\tEris\n");
+  EXPECT_TRUE(Contains(Run({"2027-06-10"}).out, explanation));
+  EXPECT_FALSE(Contains(Run({"2027-06-09"}).out, explanation));
 }
 
 }  // namespace

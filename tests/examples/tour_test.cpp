@@ -1,4 +1,6 @@
-// The tour as a program: its arguments, the files it finds, and what it leaves behind.
+// The tour as a program: the files it finds, what it prints, and what it leaves behind.
+
+#include "tests/examples/tour_fixture.h"
 
 #include <gtest/gtest.h>
 
@@ -6,21 +8,17 @@
 #include <string>
 #include <vector>
 
-#include "tests/examples/tour_fixture.h"
-
 namespace {
 
+using kv::test::Contains;
 using kv::test::FileExists;
-using kv::test::FolderExists;
+using kv::test::kRecords;
 using kv::test::LayOutInstallation;
 using kv::test::ProcessResult;
 using kv::test::ReadBytes;
 using kv::test::RunTour;
-using kv::test::Sandbox;
 using kv::test::SandboxIn;
 using kv::test::Tour;
-
-constexpr char kRecords[] = "catalogs\\Planets&Moons\\DwarfPlanets.bin";
 
 // The line below `dataName` in the list of data names: the file and the reason.
 std::string AnswerFor(const std::string& page, const std::string& dataName) {
@@ -30,80 +28,11 @@ std::string AnswerFor(const std::string& page, const std::string& dataName) {
   return page.substr(line, page.find('\n', line) - line);
 }
 
-bool Contains(const std::string& text, const std::string& part) {
-  return text.find(part) != std::string::npos;
-}
-
 // The table of places, from its title to the empty line behind it.
 std::string Places(const std::string& page) {
   const std::size_t start = page.find("Where they stand");
   if (start == std::string::npos) return {};
   return page.substr(start, page.find("\n\n", start) - start);
-}
-
-TEST_F(Tour, HelpIsPrintedWithoutTouchingAnyFolder) {
-  const ProcessResult result = Run({"--help"});
-  EXPECT_EQ(result.exitCode, 0U);
-  EXPECT_EQ(result.out.rfind("usage: tour", 0), 0U);
-  EXPECT_EQ(result.err, "");
-  EXPECT_FALSE(FolderExists(Writable()));
-}
-
-TEST_F(Tour, WrongArgumentsGetOneLineAndExitCodeTwo) {
-  const struct {
-    std::vector<std::string> arguments;
-    const char* complaint;
-  } kRows[] = {
-      {{"2024-02-30"}, "\"2024-02-30\" is not a date like"},
-      {{"2023-02-29"}, "\"2023-02-29\" is not a date like"},
-      {{"2024-13-01"}, "\"2024-13-01\" is not a date like"},
-      {{"2024-00-10"}, "\"2024-00-10\" is not a date like"},
-      {{"2024-1-1"}, "\"2024-1-1\" is not a date like"},
-      {{"1799-12-31"}, "\"1799-12-31\" is not a date like"},
-      {{"2200-01-01"}, "\"2200-01-01\" is not a date like"},
-      {{"2024-01-01T24:00"}, "\"2024-01-01T24:00\" is not a date like"},
-      {{"2024-01-01T12:60"}, "\"2024-01-01T12:60\" is not a date like"},
-      {{"2024-01-01T12"}, "\"2024-01-01T12\" is not a date like"},
-      {{"2024-01-01T12:00:00x"}, "\"2024-01-01T12:00:00x\" is not a date like"},
-      {{""}, "\"\" is not a date like"},
-      {{std::string(5000, '9')}, "\"9999999999999999999999999999999999999999\" is not a date"},
-      {{"--date"}, "--date needs a value"},
-      {{"--date", "tomorrow"}, "\"tomorrow\" is not a date like"},
-      {{"2024-01-01", "2024-01-02"}, "the date is given twice"},
-      {{"--zone"}, "--zone needs a value"},
-      {{"--zone", "Middle/Earth"}, "\"Middle/Earth\" is not a time zone like Europe/Berlin"},
-      {{"--zone", ""}, "\"\" is not a time zone like Europe/Berlin"},
-      {{"--language", "xx"}, "\"xx\" is not a language of the library"},
-      {{"--language", "DE"}, "\"DE\" is not a language of the library"},
-      {{"--colour"}, "unknown option \"--colour\""},
-  };
-  for (const auto& row : kRows) {
-    SCOPED_TRACE(row.complaint);
-    const ProcessResult result = Run(row.arguments);
-    EXPECT_EQ(result.exitCode, 2U);
-    EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.err.rfind(std::string("tour: ") + row.complaint, 0), 0U) << result.err;
-    EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;
-  }
-}
-
-TEST_F(Tour, AcceptsEachFormOfADate) {
-  const struct {
-    std::vector<std::string> arguments;
-    const char* time;
-  } kRows[] = {
-      {{"2024-02-29"}, "Time          2024-02-29 00:00:00 UTC"},
-      {{"--date", "2024-02-29"}, "Time          2024-02-29 00:00:00 UTC"},
-      {{"2024-02-29T23:59"}, "Time          2024-02-29 23:59:00 UTC"},
-      {{"2024-02-29T23:59:58"}, "Time          2024-02-29 23:59:58 UTC"},
-      {{"2024-02-29T23:59:58Z"}, "Time          2024-02-29 23:59:58 UTC"},
-  };
-  for (const auto& row : kRows) {
-    SCOPED_TRACE(row.time);
-    const ProcessResult result = Run(row.arguments);
-    EXPECT_EQ(result.exitCode, 0U) << result.err;
-    EXPECT_TRUE(Contains(result.out, row.time)) << result.out;
-  }
 }
 
 TEST_F(Tour, ShowsTheObserversClock) {
@@ -130,6 +59,24 @@ TEST_F(Tour, ShowsTheObserversClock) {
     EXPECT_TRUE(Contains(result.out, std::string("Local time    ") + row.time + "\n"))
         << result.out << result.err;
   }
+}
+
+TEST_F(Tour, PutsTheObservatoryOnlyWhereItsOwnClockIsShown) {
+  const std::string own = "  Observer      Archenhold Observatory, Berlin\n";
+  const std::string given = "  Observer      given by --zone\n";
+  const std::string page = Run({"2026-11-21"}).out;
+  EXPECT_TRUE(Contains(page, own)) << page;
+  EXPECT_FALSE(Contains(page, given)) << page;
+  const std::string elsewhere = Run({"2026-11-21", "--zone", "Asia/Tokyo"}).out;
+  EXPECT_FALSE(Contains(elsewhere, own)) << elsewhere;
+  EXPECT_TRUE(Contains(elsewhere, given)) << elsewhere;
+}
+
+TEST_F(Tour, ExplainsItsColumnOfTheUnion) {
+  EXPECT_TRUE(
+      Contains(Run({"2026-11-21"}).out,
+               "\n  IAU: \"yes\" is a dwarf planet named by the International "
+               "Astronomical Union, \"-\" one\n  that planetary scientists count as such.\n"));
 }
 
 TEST_F(Tour, SaysWhichFileEachNameLeadsToAndWhy) {
@@ -250,15 +197,6 @@ TEST_F(Tour, RecordsOfTheInstallationAreNinePlainRecords) {
   // Orcus, the last one: standing 2, number 90482.
   EXPECT_EQ(records.substr(8 * 76, 4), std::string("\x01\0\x02\0", 4));
   EXPECT_EQ(records.substr(8 * 76 + 68, 8), std::string("\x01\0\0\0\x72\x61\x01\0", 8));
-}
-
-using TourElsewhere = Sandbox;
-
-TEST_F(TourElsewhere, FailsWithOneLineInAFolderThatIsNoInstallation) {
-  const ProcessResult result = RunTour({"2026-11-21", "--zone", "UTC"}, Work());
-  EXPECT_EQ(result.exitCode, 1U);
-  EXPECT_EQ(result.out, "");
-  EXPECT_EQ(result.err, "tour: no dwarf planets: " + Work() + " is not the sample installation\n");
 }
 
 class TourIn : public SandboxIn {};
