@@ -109,6 +109,16 @@ TEST(CodePage, UnsetIgnoresDiacritics) {
   EXPECT_EQ(CompareStringsRangeExt(kSmallIe, kSmallIo, true, false), 1);
 }
 
+// The run-time library keeps the code page of the first comparison.
+TEST(CodePage, IsChangedLaterInThisLibraryAlone) {
+  SetSystemLocale("ru");
+  CompareStrings("a", "b", false);
+  EXPECT_EQ(SetCodePage("ja"), 932);
+  CompareStrings("a", "b", false);
+  EXPECT_EQ(CurrentCodePage(), 932);
+  EXPECT_EQ(::_getmbcp(), 1251);
+}
+
 TEST(CodePage, IsNotSetAgainByALaterComparison) {
   SetSystemLocale("ru");
   CompareStrings("a", "b", false);

@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <algorithm>
+#include <iterator>
 #include <string>
 
 #include "tests/text/guarded_buffer.h"
@@ -92,6 +94,38 @@ TEST(Ascii2Utf8, TakesMinusOneAsTheCurrentCodePage) {
   }
 }
 
+// A text in the system's ANSI code page, and a language whose code page is another one.
+struct SystemsText {
+  unsigned codePage;
+  const char* otherLanguage;
+  const wchar_t* wide;
+  const char* utf8;
+  const char* text;
+};
+
+// The row of the code page in force; a null text when there is none. The code page is 1252 where
+// the tests' own Wine prefix is used.
+SystemsText InTheSystemsCodePage() {
+  constexpr SystemsText rows[] = {
+      {1252, "ru", L"\x00E9t", "\xC3\xA9t", "\xE9t"},
+      {1251, "de", L"\x0416t", "\xD0\x96t", "\xC6t"},
+      {932, "de", L"\x3042t", "\xE3\x81\x82t", "\x82\xA0t"},
+  };
+  const auto* row =
+      std::find_if(std::begin(rows), std::end(rows),
+                   [](const SystemsText& candidate) { return candidate.codePage == ::GetACP(); });
+  return row == std::end(rows) ? SystemsText{} : *row;
+}
+
+TEST(Ascii2Utf8, TakesZeroAsTheSystemsCodePage) {
+  const SystemsText row = InTheSystemsCodePage();
+  ASSERT_NE(row.text, nullptr) << "no expectations for code page " << ::GetACP();
+  SetCodePage(row.otherLanguage);
+  GuardedBuffer<char> buffer(8, row.text);
+  EXPECT_TRUE(Ascii2Utf8(buffer.Get(), 8, 0));
+  EXPECT_EQ(buffer.Text(), row.utf8);
+}
+
 TEST(Ascii2Utf8, ConvertsTextsOfAnyLength) {
   for (const std::size_t length : {254U, 255U, 256U, 257U, 5000U}) {
     SCOPED_TRACE(length);
@@ -156,11 +190,13 @@ TEST(Unicode2Ascii, ConvertsPlainText) {
 }
 
 TEST(Unicode2Ascii, UsesTheSystemsCodePage) {
-  if (::GetACP() != 1252) GTEST_SKIP() << "the expected bytes are those of code page 1252";
-  SetCodePage("ru");
+  const SystemsText row = InTheSystemsCodePage();
+  ASSERT_NE(row.text, nullptr) << "no expectations for code page " << ::GetACP();
+  SetCodePage(row.otherLanguage);
+  const std::string text = row.text;
   GuardedBuffer<char> buffer(8);
-  EXPECT_TRUE(Unicode2Ascii(L"\x00E9t\x0416", buffer.Get(), 8));
-  buffer.ExpectHolds({"\xE9t?", 4});
+  EXPECT_TRUE(Unicode2Ascii(row.wide, buffer.Get(), 8));
+  buffer.ExpectHolds({text.c_str(), text.size() + 1});
 }
 
 TEST(Unicode2Ascii, RefusesWhatDoesNotFit) {

@@ -141,12 +141,14 @@ TEST(CompareStringsForJapan, AlwaysSortsBefore) {
   for (const auto& row : rows) EXPECT_EQ(CompareStringsForJapan(row.a, row.b), -1);
 }
 
-TEST(CompareNoCaseStrings, CountsDiacriticsUnderEveryCodePage) {
+TEST(CompareNoCaseStrings, CountsDiacriticsAndSortsWordsUnderEveryCodePage) {
   for (const char* language : {"en", "ja", "ru"}) {
     SCOPED_TRACE(language);
     SetCodePage(language);
     CheckComparisons(kPlainOrder, CompareNoCaseStrings);
     CheckComparisons(kCyrillicOrder, CompareNoCaseStrings);
+    const Comparison wordRows[] = {{"coop", "co-op", -1}};
+    CheckComparisons(wordRows, CompareNoCaseStrings);
   }
 }
 

@@ -202,7 +202,8 @@ TEST(Utf8ToIsolat1, ReportsAHighCharacterWithoutRoomAsMalformed) {
                                                {"a\xC3\xA9", 1, "a"},
                                                {"a\xC3\xA9", 0, ""},
                                                {"\xC3\xA9\xC3\xA8", 1, "\xE9"},
-                                               {"abc\xC2\xA0z", 2, "ab"}});
+                                               {"abc\xC2\xA0z", 2, "ab"},
+                                               {"12345678\xC3\xA9", 8, "12345678"}});
 }
 
 TEST(Utf8ToIsolat1, ReadsTheByteBehindALeadWithoutRoomAsTheNextLead) {

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <windows.h>
 
 #include <string>
 
@@ -48,12 +49,37 @@ TEST(MemorySearch, LooksAtNothingBehindTheHay) {
   EXPECT_EQ(MemorySearch(hay, 3, hay, 4), -1);
 }
 
-TEST(MemorySearch, TakesNullAsEmpty) {
+TEST(MemorySearch, FindsNullOnlyWhenItIsEmpty) {
   const unsigned char byte[] = {1};
-  EXPECT_EQ(MemorySearch(nullptr, 0, byte, 1), -1);
-  EXPECT_EQ(MemorySearch(nullptr, 5, byte, 1), -1);
-  EXPECT_EQ(MemorySearch(byte, 1, nullptr, 0), 0);
-  EXPECT_EQ(MemorySearch(nullptr, 0, nullptr, 0), 0);
+  const struct {
+    const unsigned char* hay;
+    unsigned haySize;
+    const unsigned char* needle;
+    unsigned needleSize;
+    int offset;
+  } rows[] = {
+      {nullptr, 0, byte, 1, -1}, {nullptr, 5, byte, 1, -1},    {byte, 1, nullptr, 1, -1},
+      {byte, 1, nullptr, 5, -1}, {nullptr, 5, nullptr, 5, -1}, {byte, 1, nullptr, 0, 0},
+      {nullptr, 5, byte, 0, 0},  {nullptr, 0, nullptr, 0, 0},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(testing::Message() << row.haySize << " / " << row.needleSize);
+    EXPECT_EQ(MemorySearch(row.hay, row.haySize, row.needle, row.needleSize), row.offset);
+  }
+}
+
+TEST(MemorySearch, FindsNothingBeyondTheRangeOfInt) {
+  constexpr unsigned kSize = 0x80000010;
+  auto* hay = static_cast<unsigned char*>(
+      ::VirtualAlloc(nullptr, kSize, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE));
+  ASSERT_NE(hay, nullptr) << "needs 2 GB of address space";
+  const unsigned char needle[] = {7};
+  hay[kSize - 1] = 7;
+  hay[0x80000000] = 7;
+  EXPECT_EQ(MemorySearch(hay, kSize, needle, 1), -1);
+  hay[0x7FFFFFFF] = 7;
+  EXPECT_EQ(MemorySearch(hay, kSize, needle, 1), 0x7FFFFFFF);
+  ::VirtualFree(hay, 0, MEM_RELEASE);
 }
 
 }  // namespace

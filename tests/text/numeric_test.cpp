@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 #include <locale.h>
 
+#include <atomic>
 #include <climits>
 #include <cmath>
+#include <future>
 #include <limits>
 #include <string>
 
@@ -74,6 +76,23 @@ TEST(GetDoubleValue, ReadsTheSameUnderAGermanLocale) {
   ASSERT_STREQ(localeconv()->decimal_point, ",");
   CheckDoubles();
   EXPECT_STREQ(localeconv()->decimal_point, ",");
+}
+
+TEST(GetDoubleValue, LeavesTheLocaleOfTheProcessAlone) {
+  const kv::test::ScopedLocale locale("German");
+  std::atomic<bool> isDone = false;
+  auto readPoints = std::async(std::launch::async, [&isDone] {
+    int points = 0;
+    while (!isDone) points += localeconv()->decimal_point[0] == '.' ? 1 : 0;
+    return points;
+  });
+  for (int i = 0; i < 20000; ++i) {
+    double value = 7.0;
+    GetDoubleValue(&value, "1+400");
+    ASSERT_EQ(value, kInfinity);
+  }
+  isDone = true;
+  EXPECT_EQ(readPoints.get(), 0);
 }
 
 TEST(GetDoubleValue, KeepsTheSignOfZero) {

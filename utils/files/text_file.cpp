@@ -2,12 +2,12 @@
 
 #include "utils/files/text_position.h"
 #include "utils/files/text_stream.h"
+#include "utils/internal/characters.h"
 #include "utils/internal/number_scan.h"
 #include "utils/internal/wide_path.h"
 #include "utils/text/text.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cstring>
 #include <cwchar>
 
@@ -157,13 +157,8 @@ int MTextFile::GetNumberLines(bool untilEndMarker) {
 }
 
 bool MTextFile::IsComment() const {
-  // No byte of a UTF-8 sequence is white space, whatever the host's locale makes of it alone.
-  const auto isSpace = [](char c) {
-    const auto byte = static_cast<unsigned char>(c);
-    return byte < 0x80 && std::isspace(byte) != 0;
-  };
   const char* first = m_Line.get();
-  while (isSpace(*first)) ++first;
+  while (kv::internal::IsSpace(*first)) ++first;
   return *first == m_CommentChar || (m_SkipEmptyStrings && *first == '\0');
 }
 

@@ -1,9 +1,9 @@
+#include "utils/text/text.h"
+
 #include <array>
 #include <climits>
 #include <cstdint>
 #include <string_view>
-
-#include "utils/text/text.h"
 
 namespace {
 
@@ -69,16 +69,17 @@ int btos(char* out, const unsigned char* data, int length, const char* alphabetT
   if (size > INT_MAX) return -1;
   if (out == nullptr) return static_cast<int>(size);
 
-  for (; length > 0; length -= 3, data += 3) {
-    const unsigned second = length > 1 ? data[1] : 0U;
-    const unsigned third = length > 2 ? data[2] : 0U;
-    const unsigned bits = (static_cast<unsigned>(data[0]) << 16) | (second << 8) | third;
+  for (int i = 0; i < length; i += 3) {
+    const int rest = length - i;
+    const unsigned second = rest > 1 ? data[i + 1] : 0U;
+    const unsigned third = rest > 2 ? data[i + 2] : 0U;
+    const unsigned bits = (static_cast<unsigned>(data[i]) << 16) | (second << 8) | third;
     *out++ = tail.CharacterOf(bits >> 18);
     *out++ = tail.CharacterOf((bits >> 12) & 0x3F);
-    if (length > 1) *out++ = tail.CharacterOf((bits >> 6) & 0x3F);
-    if (length > 2) *out++ = tail.CharacterOf(bits & 0x3F);
+    if (rest > 1) *out++ = tail.CharacterOf((bits >> 6) & 0x3F);
+    if (rest > 2) *out++ = tail.CharacterOf(bits & 0x3F);
     if (tail.padding != '\0') {
-      for (int missing = length; missing < 3; ++missing) *out++ = tail.padding;
+      for (int missing = rest; missing < 3; ++missing) *out++ = tail.padding;
     }
   }
   return static_cast<int>(size);

@@ -1,13 +1,15 @@
+#include "utils/text/text.h"
+
+#include "utils/files/files.h"
+#include "utils/internal/int_size.h"
+#include "utils/text/system_text.h"
+
 #include <unicode/bytestream.h>
 #include <unicode/unistr.h>
 
+#include <cstdint>
 #include <cstring>
 #include <cwchar>
-
-#include "utils/files/files.h"
-#include "utils/internal/win32.h"
-#include "utils/text/system_text.h"
-#include "utils/text/text.h"
 
 namespace {
 
@@ -27,18 +29,18 @@ void MapCase(char* text, int size, wchar_t* (*map)(wchar_t*)) {
 
 }  // namespace
 
-bool IsAlphaDigital(wchar_t c) { return ::IsCharAlphaNumericW(c) != FALSE; }
-
 void LowerCase(char* text, int size) { MapCase(text, size, ::_wcslwr); }
 
 void UpperCase(char* text, int size) { MapCase(text, size, ::_wcsupr); }
 
 int ConvertToUpperCase(char* out, const char* in) {
-  icu::UnicodeString wide = icu::UnicodeString::fromUTF8(icu::StringPiece(in));
+  const std::size_t length = in == nullptr ? 0 : ::strnlen(in, INT32_MAX);
+  const icu::StringPiece text(in, static_cast<std::int32_t>(length));
+  icu::UnicodeString wide = icu::UnicodeString::fromUTF8(text);
   wide.toUpper();
   std::string upper;
   icu::StringByteSink<std::string> sink(&upper, wide.length());
   wide.toUTF8(sink);
   if (out != nullptr) std::memcpy(out, upper.c_str(), upper.size() + 1);
-  return static_cast<int>(upper.size());
+  return IntSize(upper.size());
 }

@@ -1,9 +1,9 @@
 #include "utils/text/code_page.h"
 
-#include <string_view>
-
 #include "utils/platform/platform.h"
 #include "utils/text/text.h"
+
+#include <string_view>
 
 // Behind everything else: its macros take names that the standard library uses.
 #include <mbctype.h>

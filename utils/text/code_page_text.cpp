@@ -1,7 +1,8 @@
+#include "utils/text/text.h"
+
 #include "utils/internal/win32.h"
 #include "utils/text/code_page.h"
 #include "utils/text/system_text.h"
-#include "utils/text/text.h"
 
 namespace {
 

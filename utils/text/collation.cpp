@@ -1,11 +1,12 @@
-#include <algorithm>
-#include <climits>
-#include <cstring>
+#include "utils/text/text.h"
 
 #include "utils/internal/win32.h"
 #include "utils/text/code_page.h"
 #include "utils/text/system_text.h"
-#include "utils/text/text.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstring>
 
 namespace {
 

@@ -2,8 +2,8 @@
 #ifndef KVUTILS_UTILS_TEXT_COUNTED_OUTPUT_H_
 #define KVUTILS_UTILS_TEXT_COUNTED_OUTPUT_H_
 
-#include <algorithm>
-#include <climits>
+#include "utils/internal/int_size.h"
+
 #include <cstddef>
 
 namespace kv::internal {
@@ -48,7 +48,7 @@ class CountedOutput {
 
   // The converter's result at the end of well-formed input.
   [[nodiscard]] int Finish(int& outLen) const {
-    const auto count = static_cast<int>(std::min<std::size_t>(count_, INT_MAX));
+    const int count = IntSize(count_);
     if (count_ <= capacity_) return count;
     outLen = count;
     return kTooSmall;

@@ -1,9 +1,10 @@
+#include "utils/text/text.h"
+
+#include "utils/internal/characters.h"
+
 #include <cctype>
 #include <cstring>
 #include <string_view>
-
-#include "utils/text/characters.h"
-#include "utils/text/text.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 #include "utils/text/encoding.h"
 
+#include "utils/text/text.h"
+
 #include <cstdint>
 #include <cstring>
-
-#include "utils/text/text.h"
 
 static_assert(sizeof(wchar_t) == 2);
 

@@ -1,9 +1,9 @@
 #ifndef KVUTILS_UTILS_TEXT_ENCODING_H_
 #define KVUTILS_UTILS_TEXT_ENCODING_H_
 
-#include <cstddef>
-
 #include "utils/text/counted_output.h"
+
+#include <cstddef>
 
 namespace kv::internal {
 

@@ -1,5 +1,7 @@
 #include "utils/text/text.h"
 
+#include "utils/internal/int_size.h"
+
 namespace {
 
 // What a backslash and `c` stand for, but for the \x form.
@@ -47,7 +49,7 @@ std::string ParseString(std::string text) {
 
 int ParseString2(char* src, char* dst) {
   if (src == nullptr || dst == nullptr) return 0;
-  int written = 0;
+  std::size_t written = 0;
   for (; *src != '\0'; ++src) {
     char c = *src;
     if (c == '\\') {
@@ -57,5 +59,5 @@ int ParseString2(char* src, char* dst) {
     dst[written++] = c;
   }
   // Callers rely on the missing terminator: they hand over a zeroed buffer.
-  return written;
+  return kv::internal::IntSize(written);
 }

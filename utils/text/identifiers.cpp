@@ -1,8 +1,9 @@
-#include <cstdint>
-#include <cstring>
+#include "utils/text/text.h"
 
 #include "utils/internal/crc_table.h"
-#include "utils/text/text.h"
+
+#include <cstdint>
+#include <cstring>
 
 int GetFOURCC(const char* text) {
   constexpr std::size_t kCodeSize = 4;

@@ -1,11 +1,14 @@
-#include <string_view>
-
 #include "utils/text/text.h"
+
+#include <climits>
+#include <cstddef>
+#include <string_view>
 
 namespace {
 
-std::string_view BytesOf(const unsigned char* data, unsigned int size) {
-  if (data == nullptr) return {};
+constexpr int kNotFound = -1;
+
+std::string_view ViewOf(const unsigned char* data, unsigned int size) {
   return {reinterpret_cast<const char*>(data), size};
 }
 
@@ -13,6 +16,8 @@ std::string_view BytesOf(const unsigned char* data, unsigned int size) {
 
 int MemorySearch(const unsigned char* hay, unsigned int haySize, const unsigned char* needle,
                  unsigned int needleSize) {
-  const std::size_t offset = BytesOf(hay, haySize).find(BytesOf(needle, needleSize));
-  return offset == std::string_view::npos ? -1 : static_cast<int>(offset);
+  if (needleSize == 0) return 0;
+  if (hay == nullptr || needle == nullptr) return kNotFound;
+  const std::size_t offset = ViewOf(hay, haySize).find(ViewOf(needle, needleSize));
+  return offset > INT_MAX ? kNotFound : static_cast<int>(offset);
 }

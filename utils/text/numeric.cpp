@@ -1,3 +1,7 @@
+#include "utils/text/text.h"
+
+#include "utils/internal/characters.h"
+
 #include <charconv>
 #include <climits>
 #include <clocale>
@@ -5,9 +9,6 @@
 #include <cstdint>
 #include <cstdlib>
 #include <system_error>
-
-#include "utils/text/characters.h"
-#include "utils/text/text.h"
 
 namespace {
 

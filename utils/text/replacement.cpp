@@ -1,8 +1,10 @@
+#include "utils/text/text.h"
+
+#include "utils/internal/int_size.h"
+
 #include <cstring>
 #include <string_view>
 #include <utility>
-
-#include "utils/text/text.h"
 
 namespace {
 
@@ -34,7 +36,7 @@ int ReplaceSubstring(char* buf, int bufSize, const char* find, const char* repl)
   std::string result;
   if (AppendReplaced(result, buf, ViewOf(find), ViewOf(repl), limit) == kTooLong) return -1;
   std::memcpy(buf, result.c_str(), result.size() + 1);
-  return static_cast<int>(result.size());
+  return kv::internal::IntSize(result.size());
 }
 
 int findAndReplace(std::string& s, const char* find, const char* repl) {
@@ -44,5 +46,5 @@ int findAndReplace(std::string& s, const char* find, const char* repl) {
   const std::size_t replacements =
       AppendReplaced(result, s, pattern, ViewOf(repl), result.max_size());
   s = std::move(result);
-  return static_cast<int>(replacements);
+  return kv::internal::IntSize(replacements);
 }

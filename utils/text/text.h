@@ -3,20 +3,22 @@
 //
 // Narrow text is NUL-terminated bytes, wide text UTF-16 in wchar_t units of 16 bits; where the
 // encoding matters, the declaration names it. Lengths count bytes or units without the NUL unless
-// said otherwise. Nothing here keeps memory for the caller, throws, or reports other than by its
-// result. Callers own every buffer; an output may not overlap an input unless the declaration
-// allows it. A null text counts as an empty one where nothing else is said, and a null buffer makes
-// the call do nothing.
+// said otherwise; a count beyond the range of int is given as its largest value. Nothing here keeps
+// memory for the caller, and what fails says so by its result. Nothing is thrown but std::bad_alloc
+// and what a caller's Comparator throws. Callers own every buffer; an output may not overlap an
+// input unless the declaration allows it. A null text counts as an empty one where nothing else is
+// said, and a null buffer makes the call do nothing.
 //
-// Functions are reentrant, but for two process-wide states meant for the host's main thread: the
-// current code page (SetCodePage) and the application's URL scheme.
+// Functions are reentrant, but for three process-wide states meant for the host's main thread: the
+// current code page (SetCodePage), the application's URL scheme, and the locale of the C run-time
+// library, which LowerCase and UpperCase follow.
 #ifndef KVUTILS_UTILS_TEXT_TEXT_H_
 #define KVUTILS_UTILS_TEXT_TEXT_H_
 
+#include "utils/export.h"
+
 #include <string>
 #include <vector>
-
-#include "utils/export.h"
 
 // ---- Editing in place --------------------------------------------------------------------------
 //
@@ -77,8 +79,9 @@ KVUTILS_API bool GetTokens(std::vector<std::string>& out, const char* text, cons
 //   "a;;b;c" at ';' appends "a", "", "b".
 KVUTILS_API int GetSubStrings(std::vector<std::string>& out, std::string text, char delim);
 
-// Offset of the first occurrence of needle in hay, both counted in bytes, or -1. An empty needle is
-// found at 0. A null hay or needle counts as empty.
+// Offset of the first occurrence of needle in hay, both counted in bytes. A needle of size 0 is
+// found at 0. -1 when there is none, when it lies at 2147483648 or beyond, and when a needle of
+// another size, or the hay for it, is null.
 KVUTILS_API int MemorySearch(const unsigned char* hay, unsigned int haySize,
                              const unsigned char* needle, unsigned int needleSize);
 
@@ -103,8 +106,7 @@ KVUTILS_API int ParseString2(char* src, char* dst);
 //   n >= 0  all n units are stored; outLen is unchanged. Empty input gives 0.
 //   -1      out is too small: outLen is the room needed, and out is filled as far as units fit.
 //   -2      malformed input, whatever the room: outLen is unchanged, what was stored stays.
-// A null out has no room, whatever outLen says, and so measures: -1 and the size in outLen. Sizes
-// beyond the range of int are given as its largest value.
+// A null out has no room, whatever outLen says, and so measures: -1 and the size in outLen.
 
 // Latin-1 to UTF-8: bytes above 127 become two. Never -2. The first of two bytes is stored even
 // when the second does not fit.
@@ -134,12 +136,12 @@ KVUTILS_API std::wstring Ascii2Unicode(const char* text, bool isUtf8);
 
 // Converts the text in buf from codePage (-1: the current one, see SetCodePage) to UTF-8. buf holds
 // bufSize bytes, NUL included. True when it fits; false, with buf unchanged, when it does not, when
-// the code page is unknown to the system or still unset, or bufSize is negative. A bufSize of 0 is
-// true and does nothing.
+// the code page is unknown to the system or still unset, bufSize is negative, or buf is null. A
+// bufSize of 0 is true and does nothing. Code page 0 is the system's ANSI code page.
 KVUTILS_API bool Ascii2Utf8(char* buf, int bufSize, int codePage);
 
-// The reverse, from UTF-8 to the current code page. Characters that the code page lacks become the
-// system's default character.
+// The reverse, from UTF-8 to the current code page, with the same results. Characters that the code
+// page lacks become the system's default character.
 KVUTILS_API bool Utf82Ascii(char* buf, int bufSize);
 
 // Converts text to the system's ANSI code page, which is not the current code page of this library,
@@ -155,7 +157,8 @@ KVUTILS_API bool Unicode2Ascii(const wchar_t* text, char* out, int outSize);
 KVUTILS_API void decodeURL(char* out, const char* in, int inLen);
 
 // Decodes "%hh" and "%uhhhh" with hex digits of either case. -1, with nothing written, for any
-// other use of '%', for an unpaired high surrogate and for a null in. Otherwise:
+// other use of '%', for an unpaired high surrogate, for a result beyond the range of int and for a
+// null in. Otherwise:
 //   without a "%u" escape  returns the number of bytes n; out, unless null, gets them and a NUL;
 //   with a "%u" escape     the text is taken as UTF-16 (bytes above 127 as signed values, 65408 and
 //                          up) and becomes UTF-8 as utf16_to_utf8 makes it, n bytes. Returns n when
@@ -166,7 +169,7 @@ KVUTILS_API void decodeURL(char* out, const char* in, int inLen);
 KVUTILS_API int unescape(char* out, const char* in);
 
 // Splits "scheme://host:port/path". Each output may be null and is assigned only when its part is
-// found; path begins with its "/".
+// found; path begins with its "/". A null url assigns nothing.
 //   "scheme://host:8080/p/q" is "scheme", "host", "8080", "/p/q"; "host" is host "host" alone.
 KVUTILS_API void extractURLParts(const char* url, std::string* scheme, std::string* host,
                                  std::string* port, std::string* path);
@@ -184,7 +187,9 @@ KVUTILS_API const char* GetAppExternalURLScheme();
 // and -3 when the system's comparison fails or a text is null.
 //
 // The first comparison, if no language has been set before, sets the language of GetSystemLocale
-// and the multi-byte code page of the C run-time library. CompareStringsRangeExt does not.
+// and the multi-byte code page of the C run-time library. CompareStringsRangeExt does not, nor do
+// CompareStringsForJapan and a CompareStringsRange of no bytes. SetCodePage leaves the run-time
+// library's code page as it is.
 
 // Sets the current code page from a language code: "ru" 1251, "ja" 932, everything else, null
 // included, 1252. Returns it. The code must match exactly: "RU" gives 1252.
@@ -220,7 +225,7 @@ KVUTILS_API int CompareNoCaseStrings(const char* a, const char* b);
 KVUTILS_API int GetSpecialCompareFunctionId();
 KVUTILS_API void SetSpecialCompareFunctionId(int id);
 
-// ---- Case mapping ------------------------------------------------------------------------------
+// ---- Classification and case mapping -----------------------------------------------------------
 
 // True for a letter or digit of any script, as the system classifies it.
 KVUTILS_API bool IsAlphaDigital(wchar_t c);
@@ -234,6 +239,7 @@ KVUTILS_API void UpperCase(char* text, int size);
 // Writes the full Unicode upper case of in, UTF-8, with a NUL to out, by the rules of ICU's default
 // locale. Returns its length in bytes, which may exceed that of in: "straße" (7 bytes) is
 // "STRASSE", "ŉ" (2 bytes) is "ʼN" (3 bytes). A null out measures. Malformed UTF-8 becomes U+FFFD.
+// in counts up to its first 2147483647 bytes.
 KVUTILS_API int ConvertToUpperCase(char* out, const char* in);
 
 // ---- Numbers -----------------------------------------------------------------------------------
@@ -246,7 +252,8 @@ KVUTILS_API bool GetDoubleValue(double* value, const char* text);
 
 // Takes the decimal digits of *value as digits in base radix: 777 in base 8 becomes 511. False when
 // a digit is not below radix, with *value the digits behind the last one accepted (789 in base 8
-// leaves 89), and for a negative input, which becomes 0. Results are cut to 32 bits.
+// leaves 89; a radix of 0 or less accepts none, so *value stays), for a negative input, which
+// becomes 0, and for a null value. 0 is 0 in every radix. Results are cut to 32 bits.
 KVUTILS_API bool FromCustomRadixToDec(int* value, int radix);
 
 // The value of a hexadecimal digit of either case; 0 for every other character.

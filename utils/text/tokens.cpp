@@ -1,6 +1,8 @@
-#include <cstring>
-
 #include "utils/text/text.h"
+
+#include "utils/internal/int_size.h"
+
+#include <cstring>
 
 namespace {
 
@@ -47,7 +49,7 @@ int GetSubStrings(std::vector<std::string>& out, std::string text, char delim) {
   for (;;) {
     const std::size_t end = text.find(delim, position);
     // Callers rely on the text after the last delimiter being left out.
-    if (end == std::string::npos) return static_cast<int>(out.size());
+    if (end == std::string::npos) return kv::internal::IntSize(out.size());
     out.push_back(text.substr(position, end - position));
     position = end + 1;
   }

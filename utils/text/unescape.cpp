@@ -1,15 +1,18 @@
-#include <cctype>
-#include <cstring>
-
 #include "utils/text/text.h"
+
+#include "utils/internal/characters.h"
+#include "utils/text/counted_output.h"
+
+#include <climits>
+#include <string>
 
 namespace {
 
-constexpr int kBadEscape = -1;
+constexpr int kFailed = -1;
 
 bool AreHexDigits(const char* in, int count) {
   for (int i = 0; i < count; ++i) {
-    if (std::isxdigit(static_cast<unsigned char>(in[i])) == 0) return false;
+    if (!kv::internal::IsHexDigit(in[i])) return false;
   }
   return true;
 }
@@ -47,7 +50,7 @@ int UnescapeWide(char* out, const std::wstring& text) {
   const int units = static_cast<int>(text.size());
   int size = 0;
   const int measured = utf16_to_utf8(nullptr, size, text.data(), units);
-  if (measured != -1) return kBadEscape;
+  if (measured != kv::internal::kTooSmall || size == INT_MAX) return kFailed;
   if (out == nullptr) return size;
   utf16_to_utf8(out, size, text.data(), units);
   return size + 1;
@@ -56,26 +59,28 @@ int UnescapeWide(char* out, const std::wstring& text) {
 }  // namespace
 
 int unescape(char* out, const char* in) {
-  if (in == nullptr) return kBadEscape;
-  int count = 0;
+  if (in == nullptr) return kFailed;
+  std::size_t count = 0;
   bool isWide = false;
   Unit unit;
   for (const char* cursor = in; *cursor != '\0'; cursor += unit.size) {
-    if (!ReadUnit(cursor, unit)) return kBadEscape;
+    if (!ReadUnit(cursor, unit)) return kFailed;
     isWide = isWide || unit.isWide;
     ++count;
   }
+  if (count > INT_MAX) return kFailed;
 
   if (isWide) {
     std::wstring text;
-    text.reserve(static_cast<std::size_t>(count));
+    text.reserve(count);
     for (; *in != '\0' && ReadUnit(in, unit); in += unit.size) {
       text.push_back(static_cast<wchar_t>(unit.value));
     }
     return UnescapeWide(out, text);
   }
-  if (out == nullptr) return count;
+  const int size = static_cast<int>(count);
+  if (out == nullptr) return size;
   for (; *in != '\0' && ReadUnit(in, unit); in += unit.size) *out++ = static_cast<char>(unit.value);
   *out = '\0';
-  return count;
+  return size;
 }

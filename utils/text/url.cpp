@@ -1,22 +1,27 @@
+#include "utils/text/text.h"
+
+#include "utils/internal/characters.h"
+
 #include <cstring>
 #include <string_view>
 
-#include "utils/text/text.h"
-
 namespace {
+
+using kv::internal::IsUpperHexDigit;
 
 constexpr std::size_t kSchemeSize = 64;
 
 // The zero byte behind the scheme's own 64 bytes is never written.
 char appScheme[kSchemeSize + 1];
 
-bool IsUpperHexDigit(char c) { return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'F'); }
-
 }  // namespace
 
 void decodeURL(char* out, const char* in, int inLen) {
   if (out == nullptr) return;
-  if (in == nullptr || inLen < 0) in = "", inLen = 0;
+  if (in == nullptr || inLen < 0) {
+    in = "";
+    inLen = 0;
+  }
   const std::size_t size = inLen == 0 ? std::strlen(in) : static_cast<std::size_t>(inLen);
   for (std::size_t i = 0; i < size;) {
     // Callers rely on lower-case hex digits not being decoded.

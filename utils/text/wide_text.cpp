@@ -1,9 +1,10 @@
+#include "utils/text/text.h"
+
+#include "utils/text/encoding.h"
+
 #include <algorithm>
 #include <climits>
 #include <cstring>
-
-#include "utils/text/encoding.h"
-#include "utils/text/text.h"
 
 namespace {
 
