@@ -9,15 +9,16 @@ import subprocess
 import sys
 import time
 
+# The library's rules are those of the database that is installed when it is built. These zones, in
+# these years, are the same in the releases 2020a, 2024a and 2026f; others get corrected at times.
 ZONES = """
 Africa/Cairo Africa/Casablanca America/Asuncion America/Los_Angeles America/Mexico_City
 America/New_York America/Sao_Paulo America/St_Johns Antarctica/Troll Asia/Almaty Asia/Kathmandu
-Asia/Kolkata Asia/Tehran Asia/Tokyo Atlantic/Azores Australia/Adelaide Australia/Lord_Howe
-Europe/Berlin Europe/Dublin Europe/London Europe/Moscow Pacific/Apia Pacific/Chatham
+Asia/Kolkata Asia/Tehran Asia/Tokyo Australia/Lord_Howe Europe/Berlin Europe/Dublin Europe/London
+Europe/Moscow Pacific/Apia Pacific/Chatham
 """.split()
 # First year, end year, greatest number of transitions taken from these years.
-PERIODS = [(1880, 1925, 2), (1940, 1950, 3), (1980, 1982, 2), (2007, 2012, 2), (2022, 2026, 4),
-           (2040, 2041, 2)]
+PERIODS = [(1880, 1925, 2), (1940, 1950, 3), (1980, 1982, 2), (2007, 2012, 2), (2014, 2020, 4)]
 LINE = re.compile(r"\S+ +\w+ (\w+ +\d+ [\d:]+ \d+) UT = .* gmtoff=(-?\d+)")
 
 

@@ -4,6 +4,7 @@
 #include <atomic>
 #include <chrono>
 #include <future>
+#include <limits>
 #include <string>
 #include <thread>
 #include <vector>
@@ -17,6 +18,7 @@ using namespace std::chrono_literals;
 
 constexpr char kMutexName[] = "kv_icu_mutex";
 constexpr double kSummer = 2459762.5;  // 2 July 2022, 00:00 UTC
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kTwoHours = 0.08333333333333333;
 constexpr auto kBlockedFor = 300ms;
 constexpr auto kPatience = 20s;
@@ -77,6 +79,25 @@ TEST_F(TimeZoneLock, ReleaseClosesEveryHandle) {
   EXPECT_TRUE(MutexExists());
   ReleaseLibrary();
   EXPECT_FALSE(MutexExists());
+}
+
+TEST_F(TimeZoneLock, IsTakenForEveryNameAndDate) {
+  const std::string longName(100, 'x');
+  const struct {
+    const char* zone;
+    double julianDate;
+  } rows[] = {
+      {"", kSummer},           {nullptr, kSummer},          {nullptr, kNaN},
+      {"Europe/Berlin", kNaN}, {longName.c_str(), kSummer},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(testing::PrintToString(row.zone));
+    ReleaseLibrary();
+    EXPECT_FALSE(MutexExists());
+    EXPECT_EQ(getLocalUTCDeltaForTimezone(row.zone, row.julianDate), 0.0);
+    EXPECT_TRUE(MutexExists());
+    EXPECT_TRUE(MutexIsFree());
+  }
 }
 
 // Holds the mutex of the given name in the calling thread while it lives.

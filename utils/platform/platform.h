@@ -19,10 +19,10 @@ extern "C" {
 //   2459762.5 (2 July 2022).
 // The rules are the IANA time zone database as ICU carries it.
 //
-// 0.0 is the answer for a name that ICU does not know, for an empty name, for a null name with a
-// date other than 0.0, for a date that is not a number, and when the zone cannot be made. Dates
-// beyond the range of ICU's calendar (about 5.8 million years on either side of the present) are
-// answered as the end of that range.
+// 0.0 is the answer for a name that ICU does not know, an empty one and a null one with a date
+// other than 0.0 among them, for a date that is not a number, and when the zone cannot be made.
+// Dates beyond the range of ICU's calendar (about 5.8 million years on either side of the present)
+// are answered as the end of that range.
 //
 // The zone of the last name is kept, so that asking again for the same zone makes no new one;
 // alternating two names makes the zone anew each time. Names longer than 63 bytes are looked up at

@@ -1,12 +1,12 @@
 #include "utils/platform/platform.h"
 
+#include "utils/internal/win32.h"
+
 #include <algorithm>
 #include <cstring>
 #include <iterator>
 #include <optional>
 #include <string_view>
-
-#include "utils/internal/win32.h"
 
 namespace {
 

@@ -32,7 +32,7 @@ constexpr std::size_t kLongestName = std::numeric_limits<std::int32_t>::max();  
 // ICU may be gone by then: the release call does.
 std::atomic<HANDLE> zoneMutex = nullptr;
 icu::TimeZone* cachedZone = nullptr;
-char cachedName[64] = "";  // empty while there is no cached zone
+char cachedName[64] = "";
 
 // Holds the named mutex. The first lock of the process makes it; a mutex that another process has
 // made already is waited for like one that this process has open.
@@ -69,8 +69,10 @@ class ZoneLock {
   bool isHeld_ = false;
 };
 
+// ICU's unknown zone, whose offset is 0, for a name that it does not know, and so for an empty one.
 icu::TimeZone* MakeZone(std::string_view name) {
-  const icu::StringPiece piece(name.data(), static_cast<std::int32_t>(name.size()));
+  const auto length = static_cast<std::int32_t>(std::min(name.size(), kLongestName));
+  const icu::StringPiece piece(name.data(), length);
   return icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(piece));
 }
 
@@ -82,7 +84,7 @@ void DropCachedZone() {
 
 // The zone of this name, which fits the cache; null when it cannot be made.
 const icu::TimeZone* CachedZone(std::string_view name) {
-  if (name != cachedName) {
+  if (cachedZone == nullptr || name != cachedName) {
     DropCachedZone();
     cachedZone = MakeZone(name);
     if (cachedZone != nullptr) cachedName[name.copy(cachedName, sizeof cachedName - 1)] = '\0';
@@ -90,13 +92,15 @@ const icu::TimeZone* CachedZone(std::string_view name) {
   return cachedZone;
 }
 
-// Local time minus UTC in milliseconds; 0 for a zone that could not be made.
+// Local time minus UTC in milliseconds; 0 for a zone that could not be made and for an instant that
+// is not a number.
 std::int32_t Offset(const icu::TimeZone* zone, UDate instant) {
-  if (zone == nullptr) return 0;
+  if (zone == nullptr || std::isnan(instant)) return 0;
+  const UDate inRange = std::clamp(instant, kEarliestInstant, kLatestInstant);
   std::int32_t rawOffset = 0;
   std::int32_t daylightOffset = 0;
   UErrorCode status = U_ZERO_ERROR;
-  zone->getOffset(instant, false, rawOffset, daylightOffset, status);
+  zone->getOffset(inRange, false, rawOffset, daylightOffset, status);
   return rawOffset + daylightOffset;
 }
 
@@ -120,10 +124,6 @@ double getLocalUTCDeltaForTimezone(const char* zoneName, double julianDate) {
     Release();
     return 0.0;
   }
-  const std::string_view name(zoneName == nullptr ? "" : zoneName);
-  if (name.empty() || name.size() > kLongestName || std::isnan(julianDate)) return 0.0;
-
   const UDate instant = (julianDate - kUnixEpoch) * kMillisecondsPerDay;
-  const UDate inRange = std::clamp(instant, kEarliestInstant, kLatestInstant);
-  return OffsetOfName(name, inRange) * kDaysPerMillisecond;
+  return OffsetOfName(zoneName == nullptr ? "" : zoneName, instant) * kDaysPerMillisecond;
 }
