@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <windows.h>
 
 #include <algorithm>
 #include <chrono>
@@ -244,9 +245,13 @@ TEST_F(DwarfPlanets, GivesUpSavingWhenItsFolderCannotBeMade) {
 TEST_F(DwarfPlanets, GivesUpSavingWhenItsPathIsTooLong) {
   DwarfPlanetsIO store;
   store.Set(MakeRecord('b', 2, 7));
-  KelvarisPath::SetWritableFolder((Root() + std::string(200, 'x') + "\\").c_str());
+  // The folder itself fits.
+  const std::string folder = Root() + std::string(240 - Root().size(), 'x') + "\\";
+  KelvarisPath::SetWritableFolder(folder.c_str());
   { const DwarfPlanetsIO other; }
   EXPECT_EQ(DwarfPlanetsIO::ms_DwarfPlanets.size(), 1U);
+  EXPECT_FALSE(FolderExists(folder));
+  EXPECT_FALSE(FileExists(Saved()));
 }
 
 TEST_P(DwarfPlanetsIn, LoadsAndSaves) {
@@ -347,6 +352,25 @@ TEST_F(DwarfPlanets, GetReaderSavesWhenTheProcessEnds) {
   const auto child = kv::test::RunOwnCase("DwarfPlanetsChild.DISABLED_SetsARecordAndExits");
   EXPECT_EQ(child.exitCode, 0U) << child.out << child.err;
   EXPECT_EQ(ReadBytes(Saved()), original + Image('b', "\x01\x02\x03\x04", "\x08\x00\x00\x00"));
+}
+
+// A copy of the DLL is a library of its own: its records are not those of this program's.
+TEST_F(DwarfPlanets, GetReaderSavesWhenTheLibraryIsUnloaded) {
+  const std::string original = Image('a', "\x01\x00\x00\x00", "\x07\x00\x00\x00");
+  GiveFile(original);
+  const std::string path = Root() + "copy.dll";
+  WriteBytes(path, ReadBytes(kv::test::ProgramFolder() + "kvutils.dll"));
+  const HMODULE library = ::LoadLibraryW(kv::test::Widen(path).c_str());
+  ASSERT_NE(library, nullptr);
+  const auto getReader = reinterpret_cast<DwarfPlanetsIO* (*)()>(
+      reinterpret_cast<void*>(::GetProcAddress(library, "_Z9GetReaderv")));
+  ASSERT_NE(getReader, nullptr);
+  EXPECT_EQ(getReader()->Set(MakeRecord('b', 0x04030201, 8)), 2);
+  EXPECT_FALSE(FileExists(Saved()));
+  EXPECT_TRUE(::FreeLibrary(library));
+  EXPECT_EQ(::GetModuleHandleW(L"copy.dll"), nullptr);
+  EXPECT_EQ(ReadBytes(Saved()), original + Image('b', "\x01\x02\x03\x04", "\x08\x00\x00\x00"));
+  EXPECT_TRUE(DwarfPlanetsIO::ms_DwarfPlanets.empty());
 }
 
 #if defined(__GNUC__)

@@ -49,6 +49,14 @@ SexagesimalParts Split(double signedSeconds, bool roundToSecond) {
   return parts;
 }
 
+void SplitAngle(int* leading, int* minutes, double* seconds, double signedSeconds,
+                bool roundToSecond) {
+  const SexagesimalParts parts = Split(signedSeconds, roundToSecond);
+  *leading = parts.leading;
+  *minutes = parts.minutes;
+  *seconds = parts.seconds;
+}
+
 double AngleInSeconds(double radians, double unitsInHalfTurn) {
   return radians / kPi * unitsInHalfTurn * kSecondsPerLeadingUnit;
 }
@@ -66,10 +74,7 @@ double SecondsToRadians(double seconds, double unitsInHalfTurn) {
 }  // namespace
 
 void Rad2RA(int* hours, int* minutes, double* seconds, double radians, bool roundToSecond) {
-  const auto parts = Split(AngleInSeconds(radians, kHoursInHalfTurn), roundToSecond);
-  *hours = parts.leading;
-  *minutes = parts.minutes;
-  *seconds = parts.seconds;
+  SplitAngle(hours, minutes, seconds, AngleInSeconds(radians, kHoursInHalfTurn), roundToSecond);
 }
 
 void RA2Rad(double* radians, int hours, int minutes, double seconds) {
@@ -78,10 +83,7 @@ void RA2Rad(double* radians, int hours, int minutes, double seconds) {
 }
 
 void Rad2Dec(int* degrees, int* minutes, double* seconds, double radians, bool roundToSecond) {
-  const auto parts = Split(AngleInSeconds(radians, kDegreesInHalfTurn), roundToSecond);
-  *degrees = parts.leading;
-  *minutes = parts.minutes;
-  *seconds = parts.seconds;
+  SplitAngle(degrees, minutes, seconds, AngleInSeconds(radians, kDegreesInHalfTurn), roundToSecond);
 }
 
 void Dec2Rad(double* radians, int degrees, int minutes, double seconds) {

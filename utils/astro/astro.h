@@ -7,9 +7,9 @@
 // Angles are in radians. Output pointers must be valid; none is checked for null. The conversions
 // hold no state and may be called from any thread; the store belongs to one thread at a time.
 
-#include <vector>
-
 #include "utils/export.h"
+
+#include <vector>
 
 // ------------------------------------------------------------------------------------------------
 // Angles
@@ -53,7 +53,7 @@ KVUTILS_API void Dec2Rad(double* radians, int degrees, int minutes, double secon
 // one day character, and optionally the digits of a day fraction.
 //   K194R gives 2019, 4, 27.0; J9611 gives 1996, 1, 1.0; K194R25 gives 2019, 4, 27.25.
 // False, with nothing written, for an unknown century letter and for year characters that are no
-// number; true otherwise.
+// number; true otherwise. No pointer may be null.
 //
 // - A decimal digit of the month or day stands for its value, any other character for its code
 //   minus 55 (A is 10, V is 31). Neither is checked against a range: month 0 comes from '0', month
@@ -114,9 +114,10 @@ class KVUTILS_API DwarfPlanetsIO {
 
   // If ms_IsChanged is set, writes the whole array to the path of KelvarisPath::GetWorkPath for the
   // writable folder, whose folders are made. A file that cannot be created is reported to
-  // PrintDebugString. Callers rely on every later destruction of an instance writing the file
-  // again: neither the array nor ms_IsChanged is cleared. No exception leaves the destructor: where
-  // the system refuses to write, the file ends there.
+  // PrintDebugString; for a path over 259 bytes nothing is written and nothing reported. Callers
+  // rely on every later destruction of an instance writing the file again: neither the array nor
+  // ms_IsChanged is cleared. No exception leaves the destructor: where the system refuses to write,
+  // the file ends there.
   virtual ~DwarfPlanetsIO();
 
   // Copies the elements of the first record with the object number of `id` to *out and returns
@@ -133,8 +134,9 @@ class KVUTILS_API DwarfPlanetsIO {
 };
 
 // The instance of the process, made by the first call (thread-safe) and destroyed, which saves the
-// records, when the library is unloaded. What the constructor throws leaves this call, and the next
-// call tries again. Never null.
+// records, when the library is unloaded. What the constructor throws leaves this call. The next
+// call then tries again, but loads nothing when the failed one left records in the array. Never
+// null.
 KVUTILS_API DwarfPlanetsIO* GetReader();
 
 #endif  // KVUTILS_UTILS_ASTRO_ASTRO_H_

@@ -1,10 +1,10 @@
 #include "utils/astro/astro.h"
 
-#include <algorithm>
-#include <iterator>
-
 #include "utils/files/files.h"
 #include "utils/paths/paths.h"
+
+#include <algorithm>
+#include <iterator>
 
 // Process-wide and unguarded: one thread at a time. They are made before any instance of GetReader
 // and outlive it, so that its destructor can save them.

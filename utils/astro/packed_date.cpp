@@ -1,5 +1,7 @@
 #include "utils/astro/astro.h"
 
+#include "utils/internal/characters.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cstddef>
@@ -9,6 +11,9 @@
 #include <system_error>
 
 namespace {
+
+using kv::internal::IsDigit;
+using kv::internal::IsSpace;
 
 struct Century {
   char letter;
@@ -29,11 +34,6 @@ std::optional<int> BaseYear(char letter) {
   }
   return std::nullopt;
 }
-
-constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-
-// White space of the "C" locale.
-constexpr bool IsSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
 // What "%d" of scanf reads from the beginning of `text`; a number beyond int gives the nearest int.
 std::optional<int> ReadDecimal(std::string_view text) {
