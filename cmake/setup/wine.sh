@@ -101,6 +101,14 @@ release_wine() {
   wine_in_use=
   if flock --nonblock 9; then
     in_wine wineserver -k 2>/dev/null || true
+    empty_sandbox
   fi
   exec 9>&-
+}
+
+# Tests that were killed leave folders behind, some of which nobody may enter.
+empty_sandbox() {
+  [ -n "$(ls -A "$sandbox" 2>/dev/null)" ] || return 0
+  chmod -R u+rwX "$sandbox"
+  find "$sandbox" -mindepth 1 -delete
 }
