@@ -9,12 +9,12 @@
 #ifndef KVUTILS_UTILS_FILES_FILES_H_
 #define KVUTILS_UTILS_FILES_FILES_H_
 
+#include "utils/export.h"
+
 #include <cstdarg>
 #include <cstdio>
 #include <memory>
 #include <string>
-
-#include "utils/export.h"
 
 // windows.h makes GetMessage a macro; the name is taken back while the class below declares it.
 #pragma push_macro("GetMessage")

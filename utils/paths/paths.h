@@ -11,12 +11,12 @@
 #ifndef KVUTILS_UTILS_PATHS_PATHS_H_
 #define KVUTILS_UTILS_PATHS_PATHS_H_
 
+#include "utils/export.h"
+
 #include <map>
 #include <memory>
 #include <string>
 #include <vector>
-
-#include "utils/export.h"
 
 // Kept for the host, which gives its own meaning to further values.
 enum SetupType : int { kSetupTypeUnknown = -1 };
