@@ -1,4 +1,5 @@
-// The DLL as the loader sees it, without its headers: state at load time, plain names, unloading.
+// The DLL as the loader sees it, without its headers: plain names, what is not there, loading
+// twice.
 #include <gtest/gtest.h>
 #include <windows.h>
 
@@ -6,7 +7,6 @@
 
 #include "tests/support/files.h"
 #include "tests/support/process.h"
-#include "utils/paths/paths.h"
 
 namespace {
 
@@ -28,25 +28,6 @@ TEST(Loading, NothingOfIcuIsExported) {
     SCOPED_TRACE(name);
     EXPECT_EQ(::GetProcAddress(Library(), name), nullptr);
   }
-}
-
-TEST(Loading, StateIsAsDocumentedBeforeAnyCall) {
-  EXPECT_STREQ(KelvarisPath::ms_ExePath, "");
-  EXPECT_STREQ(KelvarisPath::ms_WorkDir, "");
-  EXPECT_STREQ(KelvarisPath::ms_CDPath, "");
-  EXPECT_STREQ(KelvarisPath::ms_WritablePath, "");
-  EXPECT_STREQ(KelvarisPath::ms_UserPath, "");
-  EXPECT_STREQ(KelvarisPath::ms_WorkspacesFolder, "");
-  EXPECT_STREQ(KelvarisPath::ms_GuidedToursFolder, "");
-  EXPECT_EQ(KelvarisPath::ms_LanguageFolder, "en");
-  EXPECT_EQ(static_cast<int>(KelvarisPath::ms_SetupType), -1);
-  EXPECT_FALSE(KelvarisPath::ms_IsInit);
-  EXPECT_TRUE(KelvarisPath::ms_FileNamesStorage.empty());
-  EXPECT_TRUE(KelvarisPath::ms_CDFolders.empty());
-  EXPECT_TRUE(KelvarisPath::ms_ThemePaths.empty());
-  EXPECT_TRUE(KelvarisPath::ms_WritablePaths.empty());
-  EXPECT_TRUE(KelvarisPath::sFeaturePackFolder.empty());
-  EXPECT_TRUE(KelvarisPath::sFeaturePackFileNames.empty());
 }
 
 // Loads the DLL by hand beside the one this program is linked to.
