@@ -40,7 +40,8 @@ foreach(file IN LISTS all_sources)
     COMMAND clang-format-14 --dry-run --Werror ${file})
   if(file MATCHES "^utils/.*\\.cpp$")
     lint_file(tidy ${file} "Checking the style of"
-      COMMAND ${CMAKE_CXX_COMPILER} -std=c++20 ${source_flags} -MM -MT @stamp@ -MF @stamp@.d ${file}
+      COMMAND ${CMAKE_CXX_COMPILER} -std=c++20 ${source_flags} -MM -MT @stamp@ -MF @stamp@.d
+        ${PROJECT_SOURCE_DIR}/${file}
       COMMAND clang-tidy-14 --quiet ${file} -- ${tidy_flags} ${source_flags}
       DEPFILE @stamp@.d)
   endif()
