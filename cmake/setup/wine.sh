@@ -1,23 +1,34 @@
 # Sourced by kv: the Wine prefix below the build folder, and the user that Windows programs run as.
 
 # Root opens read-only files and enters forbidden folders, so tests run by root would pass for
-# nothing. Root's tests run as the user that called sudo, or as nobody; where that user cannot reach
-# the source tree they run as root without root's privileges, which permission bits then bind.
-# Sets `as_test_user`, a command prefix, and `test_user`, its numeric user and group.
+# nothing. Root's tests run as the owner of the source tree, or as nobody where that is root; where
+# that user cannot reach the source tree they run as root without root's privileges, which permission
+# bits then bind. Sets `as_test_user`, a command prefix, and `test_user`, its numeric user and group.
 choose_test_user() {
   as_test_user=()
   test_user=$(id -u):$(id -g)
   [ "$(id -u)" = 0 ] || return 0
-  local user=${SUDO_UID:-0} group=${SUDO_GID:-0}
-  if [ "$user" = 0 ]; then
-    user=$(id -u nobody) group=$(id -g nobody)
-  fi
-  as_test_user=(setpriv --reuid="$user" --regid="$group" --clear-groups)
+  local owner
+  owner=$(stat -c %u:%g "$root")
+  case $owner in
+    0:*) owner=$(id -u nobody):$(id -g nobody) ;;
+  esac
+  as_test_user=(setpriv --reuid="${owner%:*}" --regid="${owner#*:}" --clear-groups)
   if "${as_test_user[@]}" test -r "$root/CMakePresets.json" 2>/dev/null; then
-    test_user=$user:$group
+    test_user=$owner
   else
     as_test_user=(setpriv --bounding-set=-all --inh-caps=-all)
   fi
+}
+
+# What root made in the tree of another user belongs to that user.
+give_back() {
+  local owner
+  owner=$(stat -c %u:%g "$root")
+  case $(id -u),$owner in
+    0,0:*) ;;
+    0,*) [ ! -e "$build" ] || chown -hR "$owner" "$build" ;;
+  esac
 }
 
 # A finished prefix has a stamp that names all that went into it, its owner among them.
