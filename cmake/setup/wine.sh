@@ -21,6 +21,15 @@ choose_test_user() {
   fi
 }
 
+# Wine's loader stands at a fixed address, not far below the page at 0x7ffe0000 that every Windows
+# process must have. A kernel that puts the loader's heap at a random distance behind it takes that
+# page once in some thousand starts, and the program ends at once, with code 1 and without a word.
+# `fixed_addresses` is a command prefix that switches the randomness off, where that is allowed.
+fixed_addresses=()
+if setarch --addr-no-randomize true 2>/dev/null; then
+  fixed_addresses=(setarch --addr-no-randomize)
+fi
+
 # What root made in the tree of another user belongs to that user.
 give_back() {
   local owner
@@ -77,7 +86,7 @@ remove_prefix() {
 
 # in_wine COMMAND [ARGUMENT...]: as the test user, in the environment of the prefix.
 in_wine() {
-  KVUTILS_SOURCE=$root "${as_test_user[@]}" sh -c \
+  KVUTILS_SOURCE=$root "${as_test_user[@]}" "${fixed_addresses[@]}" sh -c \
     '. "$KVUTILS_SOURCE/cmake/wine-environment.sh" && cd "$KVUTILS_WINE" && exec "$@"' sh "$@"
 }
 
@@ -96,7 +105,7 @@ use_wine() {
   wine_in_use=yes
   attended start_wine </dev/null >/dev/null 2>&1
   [ "$status" = 0 ] || fail "Wine does not start in $wine; ./kv clean and another try may help"
-  attended "${as_test_user[@]}" "$@"
+  attended "${as_test_user[@]}" "${fixed_addresses[@]}" "$@"
 }
 
 # The first program starts Wine's own services, which live as long as the server and would keep that
