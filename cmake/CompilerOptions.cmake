@@ -1,4 +1,11 @@
-# Language level, warnings and hardening, as one interface target that every target of the tree uses.
+# Language level, warnings and hardening, as one interface target that every target of the tree uses;
+# a compiler cache where the machine has one.
+find_program(KVUTILS_CCACHE ccache DOC "The compiler cache to use, if any")
+mark_as_advanced(KVUTILS_CCACHE)
+if(KVUTILS_CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${KVUTILS_CCACHE})
+endif()
+
 add_library(kvutils_options INTERFACE)
 
 target_compile_features(kvutils_options INTERFACE cxx_std_20)

@@ -37,7 +37,7 @@ require_packages() {
   require_debian_12
   sudo=$(root_command) || fail "these packages are missing, and only root can install them:" \
     "apt-get install --no-install-recommends ${missing[*]}"
-  step "Installing ${#missing[@]} packages" install_packages "$sudo" "${missing[@]}"
+  step "Installing packages: ${#missing[@]} and what they need" install_packages "$sudo" "${missing[@]}"
 }
 
 # The package lists may be too old to install from, or missing; without a network they may still do.
@@ -45,7 +45,8 @@ require_packages() {
 install_packages() {
   local sudo=$1
   shift
-  local apt=($sudo env DEBIAN_FRONTEND=noninteractive apt-get -q -o DPkg::Lock::Timeout=600)
+  local apt=($sudo env --unset=TMPDIR DEBIAN_FRONTEND=noninteractive
+    apt-get -q -o DPkg::Lock::Timeout=600)
   "${apt[@]}" update || echo 'The package lists could not be refreshed.'
   "${apt[@]}" install --yes --no-install-recommends "$@" tzdata ||
     fail "apt-get could not install: $* (no network? the reason is in $logs)"

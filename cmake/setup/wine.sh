@@ -43,8 +43,7 @@ give_back() {
 # A finished prefix has a stamp that names all that went into it, its owner among them.
 provide_prefix() {
   local stamp
-  stamp="$(key "$root/cmake/setup/wine.sh" "$root/cmake/wine-environment.sh") $test_user \
-$(package_version libwine)"
+  stamp="$(key make_prefix "$root/cmake/wine-environment.sh") $test_user $(package_version libwine)"
   [ "$(cat "$wine/stamp" 2>/dev/null)" != "$stamp" ] || return 0
   exec 9>>"$build/wine.lock"
   await_lock 9 'the Wine prefix'
