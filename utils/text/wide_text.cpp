@@ -45,6 +45,6 @@ std::wstring WidenLatin1(const char* text, std::size_t size) {
 
 std::wstring Ascii2Unicode(const char* text, bool isUtf8) {
   if (text == nullptr) return {};
-  const std::size_t size = ::strnlen(text, INT_MAX);
+  const std::size_t size = std::min<std::size_t>(std::strlen(text), INT_MAX);
   return isUtf8 ? WidenUtf8(text, size) : WidenLatin1(text, size);
 }
