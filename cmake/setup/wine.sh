@@ -104,7 +104,7 @@ use_wine() {
   wine_in_use=yes
   attended start_wine </dev/null >/dev/null 2>&1
   [ "$status" = 0 ] || fail "Wine does not start in $wine; ./kv clean and another try may help"
-  attended "${as_test_user[@]}" "${fixed_addresses[@]}" "$@"
+  TMPDIR=$wine/tmp attended "${as_test_user[@]}" "${fixed_addresses[@]}" "$@"
 }
 
 # The first program starts Wine's own services, which live as long as the server and would keep that
