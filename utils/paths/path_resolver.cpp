@@ -35,8 +35,6 @@ const char* KelvarisPath::GetPath(const char* name) {
   if (name == nullptr) return nullptr;
   const CandidateText plain = CandidateText().Append(name);
   if (plain.IsOverlong()) return nullptr;
-  CandidateText lower = plain;
-  const bool hasCapitals = kv::internal::MakeLowerCase(lower);
 
   const auto search = [this](const CandidateText& candidate) -> const char* {
     if (const char* path = CheckPath(candidate.Get(), ms_WritablePath)) return path;
@@ -48,8 +46,10 @@ const char* KelvarisPath::GetPath(const char* name) {
     return kv::internal::LanguageVariant(ms_LanguageFolder, candidate.View());
   };
 
-  // A name that lower-casing leaves alone has the same candidates again in the lower-case passes.
   if (const char* path = search(variant(plain))) return path;
+  // A name that lower-casing leaves alone has the same candidates again in the lower-case passes.
+  CandidateText lower = plain;
+  const bool hasCapitals = kv::internal::MakeLowerCase(lower);
   if (hasCapitals) {
     if (const char* path = search(variant(lower))) return path;
   }
