@@ -1,5 +1,5 @@
-// Files and diagnostics: a binary file, a line-oriented text file, the library's exception and its
-// diagnostic sink.
+// Files and diagnostics: a binary file, a line-oriented text file, functions for whole files, the
+// library's exception and its diagnostic sink.
 //
 // Paths are NUL-terminated UTF-8 of any length with "\" between folders. A path that is null, empty
 // or malformed (as utf8_to_utf16 judges it: overlong forms pass, unless they spell a NUL) names no
@@ -15,6 +15,7 @@
 #include <cstdio>
 #include <memory>
 #include <string>
+#include <vector>
 
 // windows.h makes GetMessage a macro; the name is taken back while the class below declares it.
 #pragma push_macro("GetMessage")
@@ -287,5 +288,55 @@ class KVUTILS_API MTextFile {
   std::shared_ptr<char[]> m_Line;  // the current line, m_LineLength + 1 bytes
   int m_LineLength;
 };
+
+// ---- Whole files -------------------------------------------------------------------------------
+//
+// A data name is resolved as KelvarisPath::GetPath resolves it, and belongs to the host's main
+// thread as that does; a path is taken as it is. A file is read whole, in one piece. One of 2 GiB
+// or more counts as unreadable. What MFile throws, on a read or write that the system refuses,
+// passes through; every other failure is a result.
+
+// The standard streams of a UTF-8 path: _wfopen and _wfsopen on path and mode, both UTF-8. The
+// caller closes the stream with fclose. Null when the system refuses, and for a mode or a share
+// flag (_SH_DENYNO and its kind, from share.h) that the run-time library does not know.
+extern "C" KVUTILS_API FILE* mm_fopen(const char* path, const char* mode);
+extern "C" KVUTILS_API FILE* mm_fsopen(const char* path, const char* mode, int shareFlag);
+
+// The bytes of the file that the data name resolves to, with a zero byte behind them; encoding and
+// byte-order mark are left alone. The caller releases the buffer with delete[]. Null when the name
+// resolves nowhere or the file cannot be opened.
+KVUTILS_API char* GetKvFileContent(const char* name);
+
+// Appends the text of the file at `path`, byte-order mark included, to `out`. False, with `out`
+// unchanged, for a file that cannot be opened or read, is empty, holds a zero byte, or is malformed
+// as utf8_to_utf16 judges it.
+KVUTILS_API bool loadUTF8StringFromFile(std::string& out, const char* path);
+
+// Appends the content of the file `source` to the existing file `target`, which nobody else may
+// have open. False, with the target unchanged, when either cannot be opened; true for an empty
+// source, which changes nothing. How much was written is not checked.
+KVUTILS_API bool UniteFiles(const char* target, const char* source);
+
+// 0 when the two files hold the same bytes. Otherwise the difference of their lengths as a 32-bit
+// number or, for equal lengths, a value with the sign of memcmp; 1 when the first cannot be opened,
+// else -1 when the second cannot. Callers rely on 0 alone: the other codes look alike.
+KVUTILS_API int FileCompare(const char* first, const char* second);
+
+// The local date of the last change of the file or folder that the data name resolves to: day (1 to
+// 31), month (1 to 12) and full year in the three elements of `date`. False, with `date` untouched,
+// when the name resolves nowhere and for a change before 1970. Callers rely on it: that the system
+// tells the date is not checked, so a remembered path whose file is gone gives the local date of
+// the first second of 1970 (UTC).
+KVUTILS_API bool GetFileDate(short* date, const char* name);
+
+// Appends to `out` the field number `column`, from 0, of each line of the tab-separated table that
+// the data name resolves to. Lines are read as MTextFile reads them, trimmed, without comments and
+// blank lines, up to a line that begins with "}", and cut at 511 bytes. Callers rely on it: a run
+// of tabs is one separator, so an empty field does not count and later ones move left. Shorter
+// lines, and all lines for a negative column, add nothing. True when `out` holds anything
+// afterwards, entries from before included; false, with `out` unchanged, when the name resolves
+// nowhere or the file cannot be opened.
+KVUTILS_API bool ReadTabSeparatedColumn(std::vector<std::string>& out, const char* name,
+                                        int column);
 
 #endif  // KVUTILS_UTILS_FILES_FILES_H_

@@ -1,4 +1,5 @@
-// Installation folders and path resolution: data names to real paths, folders, first run.
+// Installation folders and path resolution: data names to real paths, folders, first run, the
+// search for files and the installation of updated ones, copying and removal of folders.
 //
 // A data name is a relative path with ":" between its components ("media:fileutils.ini"); "\" and
 // "/" mean the same, one leading separator is ignored, a trailing one names a folder. All text is
@@ -17,6 +18,8 @@
 #include <memory>
 #include <string>
 #include <vector>
+
+struct HWND__;  // a window, as windows.h declares its handle
 
 // Kept for the host, which gives its own meaning to further values.
 enum SetupType : int { kSetupTypeUnknown = -1 };
@@ -184,5 +187,155 @@ KVUTILS_API std::string GetTempFileNameForDbUpdate(const char* name);
 
 // True when `path` is an existing folder.
 KVUTILS_API bool IsFolder(const char* path);
+
+// Lists the files of a folder that match a mask, and maps each to the same place under another
+// folder.
+//
+// The mask names an extension: the text behind its first ".", or all of it. A file matches when the
+// text behind the first "." of its name is the same but for case; a name without "." matches the
+// empty extension, which is the mask "*.". "*.*" accepts every entry; the subfolders are then
+// listed too, unless the search descends into them.
+//   "*.bin" finds a.BIN, but not c.bin.bak.
+//
+// Names come from the system through utf16_to_utf8. Callers rely on the end of the process
+// (0xC0000409) when the path of a found file reaches 260 bytes, or the name of a subfolder to be
+// searched does: a list that lacks files would pass for the whole. A folder that cannot be listed
+// holds no files.
+class KVUTILS_API FindFiles {
+ public:
+  // Null counts as the empty text. A folder gets a "\" at its end unless it has one, so that an
+  // empty one is the root of the current drive; the target folder is empty when it is not given.
+  FindFiles(const char* source, const char* mask);
+  FindFiles(const char* source, const char* target, const char* mask);
+  FindFiles(const FindFiles& other);
+  FindFiles& operator=(const FindFiles& other);
+  ~FindFiles();
+
+  // Searches the source folder and, if asked, its subfolders, each when it is met, and appends what
+  // it finds in the order of the file system. Callers rely on it: a second run appends the same
+  // files again.
+  void Run(bool recursive);
+
+  [[nodiscard]] unsigned int GetNumberFiles() const;
+  // The full path of a file, until the next Run or the end of the object. An index that is not
+  // below GetNumberFiles throws std::out_of_range, "invalid vector subscript", here and below.
+  const char* GetSourceFile(unsigned int index);
+  // The target folder followed by the path of the file below the source folder, until the next
+  // call.
+  const char* GetTargetFile(unsigned int index);
+
+ private:
+  std::string m_Mask;
+  std::string m_SourceFolder;
+  std::string m_TargetFolder;
+  std::string m_TargetFile;
+  std::vector<std::string> m_Files;
+  bool m_IsAcceptAll;
+  bool m_IsRecursive;
+};
+
+// Moves every file and subfolder of the folder whose full path holds "_new" to the path without the
+// first "_new", over a file that is there: stars_new.bin becomes stars.bin. What cannot be moved
+// stays, and the others go on. Callers rely on it: the "_new" counts in the names of the folders
+// too.
+KVUTILS_API void RenameUpdatedFiles(const char* folder);
+
+// The functions below go through the system's shell where a tree is concerned, and through its file
+// calls for single files. Unless said otherwise they report nothing; a path that is null, empty,
+// malformed or longer than 259 bytes is left alone.
+
+// Deletes a folder, with or without a trailing "\", and all that is in it for good, without asking.
+// The shell may show its progress and its errors.
+KVUTILS_API void DeleteFolder(const char* folder);
+
+// Deletes the files of the folder that match the mask, read-only ones included; what cannot be
+// deleted, subfolders and the folder itself stay.
+KVUTILS_API void DeleteFolder(const char* folder, const char* mask);
+
+// Asks the shell to copy `folder` onto itself, with `owner` as the window of its messages. Callers
+// rely on it: `from` is not read. Texts are in the system's ANSI code page and at most 510 bytes
+// long.
+KVUTILS_API void CopyFolder(const char* from, const char* folder, HWND__* owner);
+
+// Copies all that is in the folder `source` into `target`, replacing what is there, without any
+// question or message. True when the shell reports success. Callers rely on the end of the process
+// (0xC0000417) when `source` and "\*", or `target`, is longer than 259 units.
+KVUTILS_API bool CopyDirTo(const std::wstring& source, const std::wstring& target);
+
+// Copies each file of `sources` to the path at the same place of `targets`, as far as both lists
+// go, replacing what is there. No folders are made; what cannot be copied is passed over.
+KVUTILS_API void CopyFilesFromList(const std::vector<std::string>& sources,
+                                   const std::vector<std::string>& targets);
+
+// Copies each of the files from the one folder, which has no trailing "\", to the other, replacing
+// what is there. Folders that are missing are made on both sides.
+KVUTILS_API void CopyFilesFromList(const std::vector<std::string>& names, const char* sourceFolder,
+                                   const char* targetFolder);
+
+// Deletes the writable folder with all that is in it, and forgets the remembered paths. An empty
+// writable folder names nothing, and nothing is deleted.
+KVUTILS_API void deleteUserFolderContent();
+
+// What one descriptor of KvFoldersRemover asks for.
+struct KvRemoveFolderDesc {
+  bool base;                       // in the writable folder itself
+  bool languages;                  // in each language folder below it
+  std::string folder;              // relative to these; ".\" is the folder itself
+  bool deleteListed;               // delete the files below, or all files but them
+  std::vector<std::string> files;  // names; none means the whole folder
+};
+
+// Removes parts of the writable folder as short texts describe them: root, folder and, for a
+// choice of files, a mode and names.
+//   "all;catalogs\asteroids"                      the folder, in the root and in each language
+//   "base;.\;delete;home_params.ini,settings.ini"  two files of the writable folder
+//   "base;media\find;not_delete;stars.kwd"         all files of the folder but one
+//
+// Roots: "base" the writable folder, "languages" each folder below it that
+// "media:supported_languages.ini" names, one a line, "all" both. Modes: "delete", "not_delete".
+// Fields are separated by ";", names by ","; empty ones do not count. Case matters in roots and
+// modes, not in names. Fields behind the fourth are ignored.
+//
+// Callers rely on what follows. An unknown root or mode keeps the flags of the descriptor before;
+// in a first descriptor they are false, false and true, so that it deletes nothing. "languages;.\"
+// removes the language folders whole, but "base;.\" and a choice of files take ".\" as it stands.
+// "not_delete" with several names deletes each file that differs from any of them, so all files.
+// Subfolders stay when files are chosen.
+//
+// A descriptor of three fields, and a null one, deletes nothing. Nothing outside the writable
+// folder is touched, wherever ".." may point: such a path, one over 259 bytes, and every path while
+// the writable folder is empty, is passed over. Whatever cannot be deleted stays; nothing is
+// reported.
+class KVUTILS_API KvFoldersRemover {
+ public:
+  // Reads the language folders, then `count` descriptors; none when it is below 1 or `descriptors`
+  // is null. The texts are not kept.
+  KvFoldersRemover(const char* const* descriptors, int count);
+  KvFoldersRemover(const KvFoldersRemover& other);
+  KvFoldersRemover& operator=(const KvFoldersRemover& other);
+  ~KvFoldersRemover();
+
+  // Applies the descriptors in their order.
+  void Run();
+
+ private:
+  void ReadLanguages(const char* roleName);
+  void DeleteFolder(const KvRemoveFolderDesc& desc);
+  void DeleteFiles(const KvRemoveFolderDesc& desc);
+  void DeleteFilesInFolder(const char* folderPath, bool deleteListed,
+                           const std::vector<std::string>& names);
+
+  const char* m_Keywords[3];  // "all", "base", "languages"
+  std::vector<KvRemoveFolderDesc> m_Descriptors;
+  std::vector<std::string> m_LanguageFolders;
+};
+
+// Removes what was downloaded: catalogues of asteroids, comets and spacecraft, the download folder,
+// and the search indexes but the one of the stars.
+KVUTILS_API void deleteDownloads();
+
+// Resets the user's data after a failure: downloaded and edited catalogues, workspaces, settings,
+// media and all language folders.
+KVUTILS_API void deleteDataAfterError();
 
 #endif  // KVUTILS_UTILS_PATHS_PATHS_H_

@@ -1,14 +1,22 @@
 #ifndef KVUTILS_UTILS_PLATFORM_PLATFORM_H_
 #define KVUTILS_UTILS_PLATFORM_PLATFORM_H_
 
-// Time zones and regional settings.
+// Time and platform services: time zones and regional settings, clocks and time-outs, the
+// clipboard, named parameters and flags of the application, unpacking of archives.
 //
 // All text is UTF-8 and zero-terminated. Julian Dates are in UTC and in days; time-zone offsets are
-// in days. No function reports an error and none throws. Every state is process-wide and owned by
-// the library. getLocalUTCDeltaForTimezone may be called from several threads and processes at
-// once; everything else is unsynchronised and meant for the host's main thread.
+// in days. Failures are results; nothing is thrown but std::bad_alloc. Every state is process-wide
+// and owned by the library. getLocalUTCDeltaForTimezone may be called from several threads and
+// processes at once, and getPreciseTime, WaitTime and usleep by any thread; everything else is
+// unsynchronised and meant for the host's main thread.
 
 #include "utils/export.h"
+
+#include <functional>
+#include <map>
+#include <string>
+
+// ---- Time zones and regional settings ----------------------------------------------------------
 
 extern "C" {
 
@@ -63,5 +71,154 @@ KVUTILS_API void SetSystemLocale(const char* code);
 KVUTILS_API const char* GetSystemLocale();
 
 }  // extern "C"
+
+// ---- Clocks ------------------------------------------------------------------------------------
+
+// Seconds since the library was loaded, by the system's performance counter; never less than
+// before.
+KVUTILS_API double getPreciseTime();
+
+// A time-out. One made without a duration is over at once, as is every other that is negative or 0.
+class KVUTILS_API WaitTime {
+ public:
+  // Starts a time-out of so many seconds.
+  explicit WaitTime(double duration = -1.0);
+  // The same on an existing object.
+  void Start(double duration);
+  // True when `duration` seconds have passed since the start; false for ever when it is not a
+  // number.
+  [[nodiscard]] bool IsTimeOver() const;
+
+  double duration;  // seconds
+  double start;     // clock time in seconds
+};
+
+// The clock of an animation: read once a frame, asked many times.
+class KVUTILS_API AnimationInterval {
+ public:
+  // Both fields 0.
+  AnimationInterval();
+
+  // Reads the clock.
+  static void updateTime();
+  // The clock time of the last update, in seconds; 0.0 before the first.
+  static double getCurrentTime();
+
+  // The host's; never read here.
+  long long m_Begin;
+  long long m_End;
+
+  static double m_CurrentTime;
+};
+
+// Sleeps the given time, cut to whole milliseconds. Callers rely on it: less than 1000 microseconds
+// yields the rest of the time slice and no more. So do negative values and NaN; the longest sleep
+// is 4,294,967,294 milliseconds.
+KVUTILS_API void usleep(double microseconds);
+
+// ---- Clipboard ---------------------------------------------------------------------------------
+//
+// The clipboard is held within a call only. A clipboard that another program holds gives 0 at once,
+// and so does a null text. SendTextToClipboard and SendHTMLToClipboard otherwise give what
+// CloseClipboard gives: not 0 when all went well. UTF-8 and UTF-16 convert as utf8_to_utf16 and
+// utf16_to_utf8 convert them.
+
+extern "C" {
+
+// Puts the text on the clipboard, as CF_UNICODETEXT. Malformed text leaves the clipboard as it is;
+// the result does not tell.
+KVUTILS_API int SendTextToClipboard(const char* text);
+
+// The text of the clipboard: returns the number of bytes that `buffer` must hold and, unless it is
+// null, fills it. 0, with nothing written, when the clipboard holds no text or malformed UTF-16.
+// Callers rely on the conversion of the whole block of memory: the text ends at its first NUL, and
+// the number is at least its length and 2.
+//   std::string text(std::max(GetTextFromClipboard(nullptr), 1), '\0');
+//   GetTextFromClipboard(text.data());
+KVUTILS_API int GetTextFromClipboard(char* buffer);
+
+// Puts an HTML document on the clipboard, as the registered format "HTML Format": 97 bytes that
+// tell where the document and its fragment begin and end, the document, a NUL. Offsets count bytes
+// from the start of the block:
+//   StartHTML      the first "<!DOCTYPE html>"
+//   EndHTML        the end of the text
+//   StartFragment  behind the first ">" that follows the first "<body"
+//   EndFragment    the first "</body>"
+// Each has eight digits; a mark that the document lacks leaves zeros. `plainText`, unless null or
+// malformed, is put beside it as CF_UNICODETEXT.
+KVUTILS_API int SendHTMLToClipboard(const char* html, const char* plainText);
+
+// Not offered: -1.
+KVUTILS_API int GetHTMLFromClipboard();
+
+}  // extern "C"
+
+// ---- Parameters and flags of the application ---------------------------------------------------
+
+// Named integers that the application's modules share. Names are compared byte by byte; a null name
+// counts as empty.
+class KVUTILS_API IntParametersSender {
+ public:
+  IntParametersSender();
+  IntParametersSender(const IntParametersSender& other);
+  IntParametersSender& operator=(const IntParametersSender& other);
+  ~IntParametersSender();
+
+  // Callers rely on the order of the arguments: the value stands before the name.
+  void SetParamByName(int value, const char* name);
+  // True and the value; false, with *value untouched, for a name that was never set, and for a null
+  // `value`.
+  bool GetParamByName(int* value, const char* name);
+
+ private:
+  std::map<std::string, int, std::less<>> m_Parameters;
+};
+
+// The one set of parameters of the process, made by the first call (from any thread).
+KVUTILS_API IntParametersSender& GetParametersSender();
+
+// The version of the workspace format, 0x08010000 at start; stored, never interpreted.
+KVUTILS_API unsigned int GetWorkspaceVersion();
+KVUTILS_API void SetWorkspaceVersion(unsigned int version);
+
+// Whether the display is of high density: 1 or 0, 0 at start.
+KVUTILS_API unsigned int IsRetinaDisplay();
+KVUTILS_API void SetRetinaDisplay(bool isRetina);
+
+// Whether night-vision colours are on: 1 or 0, 0 at start. Every value but 0 switches them on.
+KVUTILS_API void SetNightVision(int on);
+KVUTILS_API int GetNightVision();
+
+// 1 when there is a word dictionary for the language of the user interface (GetSystemLocale):
+// "de", "en", "fr" and "ru"; else 0.
+KVUTILS_API int isDictionaryEnable();
+
+// The file name of a panel layout: `name` where there is a word dictionary, else what stands before
+// its first "." and "_wd.ldf": "panel.ldf" gives "panel_wd.ldf". Null counts as empty.
+KVUTILS_API std::string GetPanelLdfFileNameWD(const char* name);
+
+// What is the same for every host on this platform. Callers rely on each answer.
+KVUTILS_API const char* GetVersionString();        // "9.0.0"
+KVUTILS_API int GetBuildNumber();                  // -1: there is no build number
+KVUTILS_API int IsiPad();                          // 1
+KVUTILS_API void* GetNullIrrlichDevice();          // null
+KVUTILS_API void* createOSSpecificThreadObject();  // null: no object is made
+KVUTILS_API void releaseOSSpecificThreadObject();  // does nothing
+
+// ---- Archives ----------------------------------------------------------------------------------
+
+// Unpacks a ZIP archive into `destFolder`, or into the archive's own folder when that is null, by
+// running "unzip.exe -q -u -d FOLDER ARCHIVE", which the system looks for in the host's folder, the
+// current folder, the system's folders and the search path. Waits for its end, however long that
+// takes. True when the program has run: whether it succeeded is not examined. False, without
+// running anything, when it cannot be started, for a null or malformed text and, without
+// `destFolder`, for an archive path without "\".
+//
+// Callers rely on how the folder is passed: `destFolder` with a "\" at its end, added if missing,
+// or the archive's path before its last "\". Its parent is created, and it itself too if it is
+// given with its "\"; the program creates the last level. Neither path is quoted: callers avoid
+// blanks. The program is Info-ZIP's or behaves like it; Info-ZIP's asks on its console before it
+// replaces a file, unless the environment variable UNZIPOPT holds -o, and nobody sees the question.
+KVUTILS_API bool UnzipFile(const char* archivePath, const char* destFolder);
 
 #endif  // KVUTILS_UTILS_PLATFORM_PLATFORM_H_

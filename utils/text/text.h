@@ -225,6 +225,55 @@ KVUTILS_API int CompareNoCaseStrings(const char* a, const char* b);
 KVUTILS_API int GetSpecialCompareFunctionId();
 KVUTILS_API void SetSpecialCompareFunctionId(int id);
 
+// ---- Natural order of names --------------------------------------------------------------------
+//
+// For sorting: negative when a sorts before b, 0 when they count as equal, positive when a sorts
+// after b. Names of any length are compared whole.
+
+// Orders names by their text and, where both have a digit, by the value of the number there. Texts
+// are compared byte by byte in upper case (A to Z alone), bytes above 127 as signed values cut to
+// 16 bits, so 65408 and up. Numbers are those of atoi, whose overflow they share.
+// Callers rely on how a number against other text, and the end of a name, decide: by the difference
+// of the raw characters, case included. So leading zeros count: behind two equal numbers both
+// cursors move together while both see digits.
+//   "M 31" and "m 4" give 27, "Item9" and "Item10" -1, "abc" and "ABC" 0, "ab" and "abc" -99,
+//   "x2y" and "x02y" 'y' - '2'.
+KVUTILS_API int CompareStringWithNumber(const char* a, const char* b);
+
+// CompareStrings without stringSort on the names without their parentheses: -1, 0, 1, or -3 when
+// the system's comparison fails. "(2) Name" and "2 Name" are equal.
+KVUTILS_API int CompareAsterNameWithNumber(const char* a, const char* b);
+
+// 1, 0 or -1 by the decimal integers at the beginning of the names without their parentheses,
+// leading white space and a sign accepted. 0 when either has none. Callers rely on it: what follows
+// the number does not count. "(10) Name" and "(9) Other" give 1.
+KVUTILS_API int SortAsterNameWithNumber(const char* a, const char* b);
+
+// ---- Greek letters and diacritics --------------------------------------------------------------
+
+// The abbreviation of a Greek letter, two or three lower-case letters, by its place in the alphabet
+// from 0, the decimal number that `number` begins with (0 when it begins with none): "0" gives
+// "alf", "11" "mu", "23" "ome". `out` holds 4 bytes, NUL included. False, with out untouched, for
+// a number outside 0 to 24 and for null pointers. Callers rely on it: 24 is an empty text and true.
+KVUTILS_API bool Greek2Ascii(char* out, const char* number);
+
+// The text with each marker, "###" and the three characters after it, replaced by the abbreviation
+// of the number that is read behind the "###"; by nothing when Greek2Ascii refuses the number.
+// Callers rely on it: a marker takes three characters with it, whatever they are, or those that are
+// left. "Alpha ###00 Cen" is "Alpha alfCen".
+KVUTILS_API std::string ConvertStringWithGreek(const char* text);
+
+// The text, UTF-8 or else Latin-1 as Ascii2Unicode reads it, as UTF-16 with accented Latin letters
+// made plain and sharp s made "SS"; every other character stays. Callers rely on the letters that
+// the table lacks: capital E with acute, grave or circumflex and small c with dot stay. `out` holds
+// twice as many units as `in` has bytes, and one for the NUL. Always true; a null out is not
+// written.
+//   U+00C9 U+00F6 U+00DF give U+00C9 'o' 'S' 'S'.
+KVUTILS_API bool FromDiacritic(wchar_t* out, const char* in, bool isUtf8);
+
+// Always true. Callers rely on it: the text stays as it is.
+KVUTILS_API bool FromDiacritic(char* text, int size, bool isUtf8);
+
 // ---- Classification and case mapping -----------------------------------------------------------
 
 // True for a letter or digit of any script, as the system classifies it.
