@@ -68,6 +68,77 @@ class Capture {
   HANDLE handle_ = INVALID_HANDLE_VALUE;
 };
 
+class Handle {
+ public:
+  explicit Handle(HANDLE handle) : handle_(handle) {}
+  ~Handle() {
+    if (handle_ != nullptr) ::CloseHandle(handle_);
+  }
+  Handle(const Handle&) = delete;
+  Handle& operator=(const Handle&) = delete;
+  HANDLE Get() const { return handle_; }
+
+ private:
+  HANDLE handle_;
+};
+
+// Starts a program whose output goes to the two files; its handle is the caller's to close.
+HANDLE StartProgram(const std::string& program, const std::vector<std::string>& arguments,
+                    const std::string& folder, const Capture& out, const Capture& err) {
+  std::string commandLine = Quoted(program);
+  for (const std::string& argument : arguments) commandLine += " " + Quoted(argument);
+  std::wstring wideCommandLine = Widen(commandLine);
+  const std::wstring wideFolder = Widen(folder);
+
+  STARTUPINFOW startup = {};
+  startup.cb = sizeof startup;
+  startup.dwFlags = STARTF_USESTDHANDLES;
+  startup.hStdOutput = out.Get();
+  startup.hStdError = err.Get();
+  PROCESS_INFORMATION process = {};
+  if (!::CreateProcessW(nullptr, wideCommandLine.data(), nullptr, nullptr, TRUE, 0, nullptr,
+                        folder.empty() ? nullptr : wideFolder.c_str(), &startup, &process)) {
+    std::fprintf(stderr, "CreateProcessW failed with error %lu: %s\n", ::GetLastError(),
+                 commandLine.c_str());
+    std::exit(99);
+  }
+  ::CloseHandle(process.hThread);
+  return process.hProcess;
+}
+
+ProcessResult Result(HANDLE process, Capture& out, Capture& err) {
+  ProcessResult result;
+  ::GetExitCodeProcess(process, &result.exitCode);
+  result.out = out.Take();
+  result.err = err.Take();
+  return result;
+}
+
+std::vector<std::string> OwnCaseArguments(const std::string& filter) {
+  return {"--gtest_filter=" + filter, "--gtest_also_run_disabled_tests"};
+}
+
+// A background process finds the two events that it shares with its parent through these.
+constexpr char kReadyEvent[] = "KVUTILS_READY_EVENT";
+constexpr char kReleaseEvent[] = "KVUTILS_RELEASE_EVENT";
+constexpr DWORD kPatience = 60'000;  // milliseconds
+
+// A new event, named for all processes that are started from here on.
+HANDLE CreateEventFor(const std::string& variable) {
+  static int count = 0;
+  const std::string name =
+      variable + "-" + std::to_string(::GetCurrentProcessId()) + "-" + std::to_string(++count);
+  SetEnvironment(variable, name);
+  return ::CreateEventW(nullptr, TRUE, FALSE, Widen(name).c_str());
+}
+
+// Null in a process that is not in the background.
+HANDLE OpenEventOf(const char* variable) {
+  const char* name = std::getenv(variable);
+  if (name == nullptr) return nullptr;
+  return ::OpenEventW(SYNCHRONIZE | EVENT_MODIFY_STATE, FALSE, Widen(name).c_str());
+}
+
 }  // namespace
 
 std::string ProgramFolder() {
@@ -81,37 +152,73 @@ void SetEnvironment(const std::string& name, const std::string& value) {
 
 ProcessResult RunProgram(const std::string& program, const std::vector<std::string>& arguments,
                          const std::string& folder) {
-  std::string commandLine = Quoted(program);
-  for (const std::string& argument : arguments) commandLine += " " + Quoted(argument);
-  std::wstring wideCommandLine = Widen(commandLine);
-  const std::wstring wideFolder = Widen(folder);
-
   Capture out;
   Capture err;
-  STARTUPINFOW startup = {};
-  startup.cb = sizeof startup;
-  startup.dwFlags = STARTF_USESTDHANDLES;
-  startup.hStdOutput = out.Get();
-  startup.hStdError = err.Get();
-  PROCESS_INFORMATION process = {};
-  if (!::CreateProcessW(nullptr, wideCommandLine.data(), nullptr, nullptr, TRUE, 0, nullptr,
-                        folder.empty() ? nullptr : wideFolder.c_str(), &startup, &process)) {
-    std::fprintf(stderr, "CreateProcessW failed with error %lu: %s\n", ::GetLastError(),
-                 commandLine.c_str());
-    std::exit(99);
-  }
-  ProcessResult result;
-  ::WaitForSingleObject(process.hProcess, INFINITE);
-  ::GetExitCodeProcess(process.hProcess, &result.exitCode);
-  ::CloseHandle(process.hThread);
-  ::CloseHandle(process.hProcess);
-  result.out = out.Take();
-  result.err = err.Take();
-  return result;
+  const Handle process(StartProgram(program, arguments, folder, out, err));
+  ::WaitForSingleObject(process.Get(), INFINITE);
+  return Result(process.Get(), out, err);
 }
 
 ProcessResult RunOwnCase(const std::string& filter) {
-  return RunProgram(ProgramPath(), {"--gtest_filter=" + filter, "--gtest_also_run_disabled_tests"});
+  return RunProgram(ProgramPath(), OwnCaseArguments(filter));
+}
+
+struct BackgroundProcess::Child {
+  Child(const std::string& program, const std::vector<std::string>& arguments,
+        const std::string& folder)
+      : ready(CreateEventFor(kReadyEvent)),
+        release(CreateEventFor(kReleaseEvent)),
+        process(StartProgram(program, arguments, folder, out, err)) {
+    ::SetEnvironmentVariableA(kReadyEvent, nullptr);
+    ::SetEnvironmentVariableA(kReleaseEvent, nullptr);
+  }
+
+  Capture out;
+  Capture err;
+  Handle ready;
+  Handle release;
+  Handle process;
+};
+
+BackgroundProcess::BackgroundProcess(const std::string& program,
+                                     const std::vector<std::string>& arguments,
+                                     const std::string& folder)
+    : child_(std::make_unique<Child>(program, arguments, folder)) {
+  const HANDLE either[] = {child_->ready.Get(), child_->process.Get()};
+  if (::WaitForMultipleObjects(2, either, FALSE, kPatience) == WAIT_OBJECT_0) return;
+  Terminate();
+  const ProcessResult result = Result(child_->process.Get(), child_->out, child_->err);
+  std::fprintf(stderr, "%s was never ready; it ended with %lu\n%s%s\n", program.c_str(),
+               result.exitCode, result.out.c_str(), result.err.c_str());
+  std::exit(99);
+}
+
+BackgroundProcess BackgroundProcess::OwnCase(const std::string& filter) {
+  return BackgroundProcess(ProgramPath(), OwnCaseArguments(filter));
+}
+
+BackgroundProcess::~BackgroundProcess() { Terminate(); }
+
+ProcessResult BackgroundProcess::Finish() {
+  ::SetEvent(child_->release.Get());
+  ::WaitForSingleObject(child_->process.Get(), kPatience);
+  Terminate();
+  return Result(child_->process.Get(), child_->out, child_->err);
+}
+
+void BackgroundProcess::Terminate() {
+  ::TerminateProcess(child_->process.Get(), 98);  // has no effect on one that has ended
+  ::WaitForSingleObject(child_->process.Get(), INFINITE);
+}
+
+void SayReady() {
+  const Handle event(OpenEventOf(kReadyEvent));
+  if (event.Get() != nullptr) ::SetEvent(event.Get());
+}
+
+void AwaitRelease() {
+  const Handle event(OpenEventOf(kReleaseEvent));
+  if (event.Get() != nullptr) ::WaitForSingleObject(event.Get(), kPatience);
 }
 
 }  // namespace kv::test
