@@ -1,7 +1,8 @@
-# Sourced by kv: the libraries that are cross-built once and kept in the cache.
+# Sourced by kv: the libraries and the program that are cross-built once and kept in the cache.
 
 readonly recipes=$root/cmake/setup
 readonly icu_recipe=$recipes/icu
+readonly unzip_recipe=$recipes/unzip
 readonly toolchain=$root/cmake/mingw-w64-x86_64.cmake
 
 # provide_dependencies COMPONENT...: makes sure that these are in the cache and in build/deps.
@@ -35,6 +36,11 @@ provide_benchmark() {
     "benchmark-1.7.1-$(recipe_key build_benchmark)" build_benchmark
 }
 
+provide_unzip() {
+  provide_entry 'Building unzip 6.0' unzip \
+    "unzip-6.0-$(recipe_key build_unzip unpack_unzip "$unzip_recipe/CMakeLists.txt")" build_unzip
+}
+
 package_version() {
   dpkg-query --show --showformat '${Version}' "$1"
 }
@@ -65,11 +71,16 @@ provide_sources() {
       provide 'Fetching the sources of Google Benchmark' "$benchmark_sources" source_package \
         benchmark benchmark_1.7.1.orig.tar.gz "$benchmark_checksum"
       ;;
+    unzip)
+      provide 'Fetching the sources of unzip 6.0' "$unzip_sources" source_package unzip \
+        unzip_6.0.orig.tar.gz 036d96991646d0449ed0aa952e4fbe21b476ce994abc276e49d30e686708bd37
+      ;;
   esac
 }
 
 readonly icu_sources=sources-icu-72.1
 readonly benchmark_sources=sources-benchmark-1.7.1
+readonly unzip_sources=sources-unzip-6.0
 readonly benchmark_checksum=6430e4092653380d9dc4ccb45a1e2dc9259d581f4866dc0759713126056bc1d7
 
 # build/deps holds copies: they are newer than what was built against other versions of them, and
@@ -83,7 +94,8 @@ copy_to_build() {
   echo "$entry" >"$stamp"
 }
 
-# The recipes proper: each fills the folder "$1" with include/ and lib/, and may use "$2" as it likes.
+# The recipes proper: each fills the folder "$1" with include/ and lib/, or with bin/, and may use "$2"
+# as it likes.
 
 build_icu() {
   local result=$1 scratch=$2
@@ -112,6 +124,24 @@ build_benchmark() {
     -C "$scratch/source"
   cross_build "$scratch/source" "$scratch/build" "$result" -DBENCHMARK_ENABLE_TESTING=OFF \
     -DBENCHMARK_ENABLE_WERROR=OFF -DBENCHMARK_INSTALL_DOCS=OFF
+}
+
+build_unzip() {
+  local result=$1 scratch=$2
+  unpack_unzip "$scratch/source"
+  cross_build "$unzip_recipe" "$scratch/build" "$result" -DUNZIP_SOURCE="$scratch/source"
+}
+
+# With all of Debian's patches; most of them keep damaged archives from doing harm.
+unpack_unzip() {
+  local name
+  mkdir -p "$1"
+  cd "$1"
+  tar xf "$cache/$unzip_sources/unzip_6.0.orig.tar.gz" --strip-components=1
+  tar xf "$cache/$unzip_sources"/unzip_6.0-*.debian.tar.xz debian/patches
+  grep -v '^ *\(#\|$\)' debian/patches/series | while read -r name; do
+    patch --silent -p1 <"debian/patches/$name"
+  done
 }
 
 # cross_build SOURCE OBJECTS RESULT [OPTION...]
