@@ -1,19 +1,17 @@
 #include "utils/astro/astro.h"
 
 #include "utils/internal/characters.h"
+#include "utils/internal/number_scan.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstddef>
-#include <limits>
 #include <optional>
 #include <string_view>
-#include <system_error>
 
 namespace {
 
 using kv::internal::IsDigit;
-using kv::internal::IsSpace;
+using kv::internal::ScanDecimal;
 
 struct Century {
   char letter;
@@ -33,21 +31,6 @@ std::optional<int> BaseYear(char letter) {
     if (century.letter == letter) return century.baseYear;
   }
   return std::nullopt;
-}
-
-// What "%d" of scanf reads from the beginning of `text`; a number beyond int gives the nearest int.
-std::optional<int> ReadDecimal(std::string_view text) {
-  while (!text.empty() && IsSpace(text.front())) text.remove_prefix(1);
-  const bool isNegative = text.starts_with('-');
-  if (isNegative || text.starts_with('+')) text.remove_prefix(1);
-  if (text.empty() || !IsDigit(text.front())) return std::nullopt;
-
-  using Limits = std::numeric_limits<int>;
-  int value = 0;
-  const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (result.ec == std::errc::result_out_of_range)
-    return isNegative ? Limits::min() : Limits::max();
-  return isNegative ? -value : value;
 }
 
 // The text from `place` on, empty where the code is shorter.
@@ -74,12 +57,12 @@ bool UnpackDate(short* year, short* month, double* day, const char* packed) {
   const std::string_view code(packed);
   const auto baseYear = code.empty() ? std::nullopt : BaseYear(code.front());
   if (!baseYear) return false;
-  const auto yearOfCentury = ReadDecimal(TextFrom(code, kYearPlace).substr(0, kYearLength));
+  const auto yearOfCentury = ScanDecimal(TextFrom(code, kYearPlace).substr(0, kYearLength));
   if (!yearOfCentury) return false;
 
   *year = static_cast<short>(*baseYear + *yearOfCentury);
   *month = static_cast<short>(CharacterValue(code, kMonthPlace));
   *day = CharacterValue(code, kDayPlace);
-  if (const auto digits = ReadDecimal(TextFrom(code, kFractionPlace))) *day += DayFraction(*digits);
+  if (const auto digits = ScanDecimal(TextFrom(code, kFractionPlace))) *day += DayFraction(*digits);
   return true;
 }

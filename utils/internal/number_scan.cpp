@@ -1,10 +1,14 @@
 #include "utils/internal/number_scan.h"
 
+#include "utils/internal/characters.h"
+
 #include <algorithm>
 #include <charconv>
 #include <clocale>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
+#include <limits>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -99,6 +103,33 @@ bool NumberScanner::Scan(const char* token, std::size_t length,
       return false;
   }
   return converted || ScanOddToken(token, format_, value);
+}
+
+std::optional<int> ScanDecimal(std::string_view text) {
+  while (!text.empty() && IsSpace(text.front())) text.remove_prefix(1);
+  const bool isNegative = text.starts_with('-');
+  if (isNegative || text.starts_with('+')) text.remove_prefix(1);
+  if (text.empty() || !IsDigit(text.front())) return std::nullopt;
+
+  using Limits = std::numeric_limits<int>;
+  int value = 0;
+  const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (result.ec == std::errc::result_out_of_range)
+    return isNegative ? Limits::min() : Limits::max();
+  return isNegative ? -value : value;
+}
+
+int ScanAtoi(const char* text) {
+  constexpr int kSafeDigits = 9;
+  int value = 0;
+  int digits = 0;
+  for (; IsDigit(text[digits]); ++digits) {
+    // NOLINTNEXTLINE(cert-err34-c) [callers rely on what atoi makes of an overflow]
+    if (digits == kSafeDigits) return std::atoi(text);
+    value = value * 10 + (text[digits] - '0');
+  }
+  // NOLINTNEXTLINE(cert-err34-c) [no digit at the beginning: white space, a sign, or no number]
+  return digits > 0 ? value : std::atoi(text);
 }
 
 }  // namespace kv::internal

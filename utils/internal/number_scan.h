@@ -1,8 +1,11 @@
-// One number out of a token, with the results of sscanf at a fraction of its cost.
+// Numbers out of texts, with the results of the run-time library's functions at a fraction of their
+// cost.
 #ifndef KVUTILS_UTILS_INTERNAL_NUMBER_SCAN_H_
 #define KVUTILS_UTILS_INTERNAL_NUMBER_SCAN_H_
 
 #include <cstddef>
+#include <optional>
+#include <string_view>
 
 namespace kv::internal {
 
@@ -30,6 +33,12 @@ class NumberScanner {
   const char* format_;
   Conversion conversion_;
 };
+
+// What "%d" reads from the beginning of `text`; a number beyond int gives the nearest int.
+std::optional<int> ScanDecimal(std::string_view text);
+
+// What atoi reads from the beginning of `text`, beyond int too.
+int ScanAtoi(const char* text);
 
 }  // namespace kv::internal
 

@@ -1,0 +1,84 @@
+#include "utils/text/text.h"
+
+#include "utils/internal/characters.h"
+#include "utils/internal/number_scan.h"
+
+#include <cstdint>
+#include <cstring>
+#include <string>
+
+namespace {
+
+using kv::internal::IsDigit;
+using kv::internal::ScanAtoi;
+using kv::internal::ScanDecimal;
+
+// A byte as a 16-bit value that keeps its sign bit: those above 127 are 65408 and up.
+std::uint16_t RawValue(char c) {
+  return static_cast<std::uint16_t>(static_cast<std::int16_t>(static_cast<signed char>(c)));
+}
+
+std::uint16_t UpperValue(char c) {
+  return RawValue(c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c);
+}
+
+bool IsText(char c) { return c != '\0' && !IsDigit(c); }
+
+// The 32-bit difference, cut to its low bits where it overflows.
+int WrappedDifference(int a, int b) {
+  return static_cast<int>(static_cast<unsigned>(a) - static_cast<unsigned>(b));
+}
+
+// A name without its parentheses; the name itself when it has none.
+class WithoutParentheses {
+ public:
+  explicit WithoutParentheses(const char* name) : text_(name) {
+    constexpr char kParentheses[] = "()";
+    if (name == nullptr || std::strpbrk(name, kParentheses) == nullptr) return;
+    copy_ = name;
+    ClearString(copy_.data(), kParentheses);
+    text_ = copy_.c_str();
+  }
+  WithoutParentheses(const WithoutParentheses&) = delete;
+  WithoutParentheses& operator=(const WithoutParentheses&) = delete;
+
+  [[nodiscard]] const char* Get() const { return text_; }
+
+ private:
+  const char* text_;
+  std::string copy_;
+};
+
+}  // namespace
+
+int CompareStringWithNumber(const char* a, const char* b) {
+  if (a == nullptr) a = "";
+  if (b == nullptr) b = "";
+  for (;;) {
+    for (; IsText(*a) && IsText(*b); ++a, ++b) {
+      if (UpperValue(*a) != UpperValue(*b)) return UpperValue(*a) - UpperValue(*b);
+    }
+    // Callers rely on the raw characters deciding here, case included, and at the end of a name.
+    if (!IsDigit(*a) || !IsDigit(*b)) return RawValue(*a) - RawValue(*b);
+
+    const int numberOfA = ScanAtoi(a);
+    const int numberOfB = ScanAtoi(b);
+    if (numberOfA != numberOfB) return WrappedDifference(numberOfA, numberOfB);
+    // Callers rely on leading zeros not being skipped: "007" and "7" differ behind their numbers.
+    for (; IsDigit(*a) && IsDigit(*b); ++a, ++b) {
+    }
+  }
+}
+
+int CompareAsterNameWithNumber(const char* a, const char* b) {
+  return CompareStrings(WithoutParentheses(a).Get(), WithoutParentheses(b).Get(), false);
+}
+
+int SortAsterNameWithNumber(const char* a, const char* b) {
+  if (a == nullptr || b == nullptr) return 0;
+  const auto numberOfA = ScanDecimal(WithoutParentheses(a).Get());
+  const auto numberOfB = ScanDecimal(WithoutParentheses(b).Get());
+  // Callers rely on names without a number, and on names with equal numbers, counting as equal.
+  if (!numberOfA || !numberOfB || *numberOfA == *numberOfB) return 0;
+  return *numberOfA > *numberOfB ? 1 : -1;
+}
