@@ -20,7 +20,9 @@ class OpenedFile : public MFile {
   using MFile::GetMethodMove;
   using MFile::GetOpenMode;
   using MFile::GetShareMode;
+  using MFile::Load;
   using MFile::MFile;
+  using MFile::Unload;
   unsigned State() const { return m_State; }
   int OpenCount() const { return m_OpenCount; }
   const std::wstring& Path() const { return m_Path; }

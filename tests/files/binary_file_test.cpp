@@ -186,4 +186,20 @@ TEST_F(BinaryFile, KeepsTheOrderOfItsVirtualOperations) {
   EXPECT_EQ(ReadBytes("a.bin"), "abcd");
 }
 
+TEST_F(BinaryFile, CountsForADerivedClassAsForItsCallers) {
+  WriteBytes("a.bin", "abc");
+  OpenedFile file;
+  EXPECT_FALSE(file.Load("missing.bin", 2));
+  EXPECT_EQ(file.State(), 128u);
+  EXPECT_TRUE(file.Load("a.bin", 2));
+  EXPECT_TRUE(file.Open("a.bin", 2));
+  EXPECT_EQ(file.OpenCount(), 2);
+  EXPECT_TRUE(file.Unload());
+  EXPECT_EQ(file.State(), 1u);
+  EXPECT_EQ(ReadAll(file), "abc");
+  EXPECT_TRUE(file.Unload());
+  EXPECT_EQ(file.State(), 2u);
+  EXPECT_EQ(file.OpenCount(), 0);
+}
+
 }  // namespace

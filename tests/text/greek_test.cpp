@@ -97,7 +97,7 @@ TEST(ConvertStringWithGreek, TakesThreeCharactersWithEachMarker) {
       {"###xyzw", "alfw"},           // no number
       {"####01x", "alfx"},           // the number begins with "#"
       {"######01", "alf01"},         // the second marker is consumed by the first
-      {"###1###02x", "bet#02x"},       // and here its beginning is
+      {"###1###02x", "bet#02x"},     // and here its beginning is
       {"###00\xC3\xA9", "alf\xA9"},  // a byte of a character may go
   };
   for (const auto& row : rows) {
