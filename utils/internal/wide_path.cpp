@@ -52,6 +52,15 @@ std::wstring CurrentFolder() {
   return path;
 }
 
+std::wstring FullPath(const WidePath& path) {
+  if (path.IsEmpty()) return {};
+  std::wstring full(::GetFullPathNameW(path.Get(), 0, nullptr, nullptr), L'\0');
+  const DWORD length =
+      ::GetFullPathNameW(path.Get(), static_cast<DWORD>(full.size()), full.data(), nullptr);
+  full.resize(length < full.size() ? length : 0);
+  return full;
+}
+
 unsigned long PathAttributes(const WidePath& path) { return ::GetFileAttributesW(path.Get()); }
 
 bool IsExistingFolder(const wchar_t* path) {

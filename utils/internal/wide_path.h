@@ -36,6 +36,10 @@ std::string NarrowPath(std::wstring_view path);
 // The process's current folder; empty when the system does not tell.
 std::wstring CurrentFolder();
 
+// The absolute path without ".", ".." and repeated separators, as the system reads it; a separator
+// at its end stays. Empty when the system makes none of it.
+std::wstring FullPath(const WidePath& path);
+
 // The system's attributes of a file or folder, INVALID_FILE_ATTRIBUTES when there is none.
 unsigned long PathAttributes(const WidePath& path);
 bool IsExistingFolder(const wchar_t* path);

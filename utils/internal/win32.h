@@ -14,6 +14,7 @@
 
 #include <windows.h>
 
+#include <shellapi.h>
 #include <shlobj.h>
 
 #include <utility>
@@ -62,6 +63,14 @@ struct KernelHandleTraits {
   static void Close(Handle handle) { ::CloseHandle(handle); }
 };
 using UniqueKernelHandle = UniqueResource<KernelHandleTraits>;
+
+// Listings of folders.
+struct FindHandleTraits {
+  using Handle = HANDLE;
+  static Handle Invalid() { return INVALID_HANDLE_VALUE; }
+  static void Close(Handle handle) { ::FindClose(handle); }
+};
+using UniqueFindHandle = UniqueResource<FindHandleTraits>;
 
 }  // namespace kv::internal
 

@@ -237,7 +237,7 @@ class KVUTILS_API FindFiles {
 // Moves every file and subfolder of the folder whose full path holds "_new" to the path without the
 // first "_new", over a file that is there: stars_new.bin becomes stars.bin. What cannot be moved
 // stays, and the others go on. Callers rely on it: the "_new" counts in the names of the folders
-// too.
+// too. A null or empty folder names nothing.
 KVUTILS_API void RenameUpdatedFiles(const char* folder);
 
 // The functions below go through the system's shell where a tree is concerned, and through its file
@@ -245,11 +245,12 @@ KVUTILS_API void RenameUpdatedFiles(const char* folder);
 // malformed or longer than 259 bytes is left alone.
 
 // Deletes a folder, with or without a trailing "\", and all that is in it for good, without asking.
-// The shell may show its progress and its errors.
+// The shell may show its progress and its errors; it takes "*" and "?" in the last name for a
+// pattern and follows links as it sees fit. A drive and a root are left alone.
 KVUTILS_API void DeleteFolder(const char* folder);
 
-// Deletes the files of the folder that match the mask, read-only ones included; what cannot be
-// deleted, subfolders and the folder itself stay.
+// Deletes the files of the folder that match the mask as the system matches names, read-only ones
+// included; what cannot be deleted, subfolders and the folder itself stay.
 KVUTILS_API void DeleteFolder(const char* folder, const char* mask);
 
 // Asks the shell to copy `folder` onto itself, with `owner` as the window of its messages. Callers
@@ -263,7 +264,8 @@ KVUTILS_API void CopyFolder(const char* from, const char* folder, HWND__* owner)
 KVUTILS_API bool CopyDirTo(const std::wstring& source, const std::wstring& target);
 
 // Copies each file of `sources` to the path at the same place of `targets`, as far as both lists
-// go, replacing what is there. No folders are made; what cannot be copied is passed over.
+// go, replacing what is there. No folders are made; what cannot be copied is passed over. Paths may
+// be as long as the system allows.
 KVUTILS_API void CopyFilesFromList(const std::vector<std::string>& sources,
                                    const std::vector<std::string>& targets);
 
@@ -302,10 +304,10 @@ struct KvRemoveFolderDesc {
 // "not_delete" with several names deletes each file that differs from any of them, so all files.
 // Subfolders stay when files are chosen.
 //
-// A descriptor of three fields, and a null one, deletes nothing. Nothing outside the writable
-// folder is touched, wherever ".." may point: such a path, one over 259 bytes, and every path while
-// the writable folder is empty, is passed over. Whatever cannot be deleted stays; nothing is
-// reported.
+// A root without a folder names the writable or language folder itself. A descriptor of three
+// fields, one of none and a null one delete nothing. Nothing outside the writable folder is
+// touched, wherever ".." may point: such a path, one over 259 bytes, and every path while the
+// writable folder is empty, is passed over. Whatever cannot be deleted stays; nothing is reported.
 class KVUTILS_API KvFoldersRemover {
  public:
   // Reads the language folders, then `count` descriptors; none when it is below 1 or `descriptors`

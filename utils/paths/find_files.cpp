@@ -1,0 +1,156 @@
+#include "utils/paths/paths.h"
+
+#include "utils/internal/fail_fast.h"
+#include "utils/internal/path_text.h"
+#include "utils/internal/wide_path.h"
+#include "utils/paths/folder_listing.h"
+#include "utils/text/text.h"
+
+#include <stdexcept>
+#include <string_view>
+
+namespace {
+
+using kv::internal::FailFast;
+using kv::internal::FatalError;
+using kv::internal::FolderListing;
+using kv::internal::kPathSize;
+using kv::internal::WidePath;
+
+constexpr std::string_view kEveryFile = "*.*";
+
+std::string_view TextOf(const char* text) { return text == nullptr ? "" : text; }
+
+std::string AsFolder(const char* path) {
+  std::string folder(TextOf(path));
+  if (folder.empty() || folder.back() != '\\') folder += '\\';
+  return folder;
+}
+
+// What stands behind the first "." of a mask, or all of it.
+std::string_view MaskedExtension(std::string_view mask) {
+  const std::size_t dot = mask.find('.');
+  return dot == std::string_view::npos ? mask : mask.substr(dot + 1);
+}
+
+// What stands behind the first "." of a name; nothing for a name without one.
+std::wstring_view Extension(std::wstring_view name) {
+  const std::size_t dot = name.find(L'.');
+  return dot == std::wstring_view::npos ? std::wstring_view() : name.substr(dot + 1);
+}
+
+bool EqualButForCase(std::wstring_view a, std::wstring_view b) {
+  if (a.size() != b.size() || a.empty()) return a.size() == b.size();
+  const int size = static_cast<int>(a.size());
+  return ::CompareStringOrdinal(a.data(), size, b.data(), size, TRUE) == CSTR_EQUAL;
+}
+
+// A name of the file system as utf16_to_utf8 gives it. Callers rely on its form of characters
+// beyond the Basic Multilingual Plane, three bytes that name another file. Empty for a malformed
+// name.
+class NarrowName {
+ public:
+  explicit NarrowName(std::wstring_view name) {
+    int capacity = kMaxSize;
+    const int size = utf16_to_utf8(text_, capacity, name.data(), static_cast<int>(name.size()));
+    if (size > 0) size_ = static_cast<std::size_t>(size);
+  }
+  [[nodiscard]] std::string_view View() const { return {text_, size_}; }
+
+ private:
+  static constexpr int kMaxSize = 3 * MAX_PATH;
+
+  char text_[kMaxSize];
+  std::size_t size_ = 0;
+};
+
+// One search: appends what it finds to a list of full paths.
+class Search {
+ public:
+  Search(const std::string& mask, bool acceptsAll, bool isRecursive,
+         std::vector<std::string>& files)
+      : extension_(mask.c_str()),
+        isMalformed_(extension_.IsEmpty() && !mask.empty()),
+        acceptsAll_(acceptsAll),
+        isRecursive_(isRecursive),
+        files_(files) {}
+
+  // `folder` ends in "\". The system lists no folder whose pattern is longer than 259 units.
+  void Run(const std::string& folder) {
+    const WidePath pattern(std::string(folder).append(kEveryFile).c_str());
+    if (pattern.View().size() >= MAX_PATH) return;
+    for (FolderListing entry(pattern.Get()); entry.IsValid(); entry.Next()) {
+      const bool isDots = entry.Name() == L"." || entry.Name() == L"..";
+      if (isRecursive_ && entry.IsFolder() && !isDots) {
+        Descend(folder, entry);
+      } else if ((acceptsAll_ && !isDots) || Matches(entry)) {
+        Add(folder, entry);
+      }
+    }
+  }
+
+ private:
+  [[nodiscard]] bool Matches(const FolderListing& entry) const {
+    return !entry.IsFolder() && !isMalformed_ &&
+           EqualButForCase(Extension(entry.Name()), extension_.View());
+  }
+
+  // Callers rely on the end of the process in place of a list that lacks files, here and in Add.
+  void Descend(const std::string& folder, const FolderListing& entry) {
+    const NarrowName name(entry.Name());
+    if (name.View().size() >= kPathSize) FailFast(FatalError::kRangeCheck);
+    if (!name.View().empty()) Run(std::string(folder).append(name.View()).append("\\"));
+  }
+
+  void Add(const std::string& folder, const FolderListing& entry) {
+    const NarrowName name(entry.Name());
+    if (name.View().empty()) return;
+    if (folder.size() + name.View().size() >= kPathSize) FailFast(FatalError::kRangeCheck);
+    files_.push_back(std::string(folder).append(name.View()));
+  }
+
+  WidePath extension_;
+  bool isMalformed_;
+  bool acceptsAll_;
+  bool isRecursive_;
+  std::vector<std::string>& files_;
+};
+
+const std::string& FileAt(const std::vector<std::string>& files, unsigned int index) {
+  if (index >= files.size()) throw std::out_of_range("invalid vector subscript");
+  return files[index];
+}
+
+}  // namespace
+
+FindFiles::FindFiles(const char* source, const char* mask)
+    : m_Mask(MaskedExtension(TextOf(mask))),
+      m_SourceFolder(AsFolder(source)),
+      m_IsAcceptAll(TextOf(mask) == kEveryFile),
+      m_IsRecursive(false) {}
+
+FindFiles::FindFiles(const char* source, const char* target, const char* mask)
+    : FindFiles(source, mask) {
+  m_TargetFolder = AsFolder(target);
+}
+
+FindFiles::FindFiles(const FindFiles& other) = default;
+
+FindFiles& FindFiles::operator=(const FindFiles& other) = default;
+
+FindFiles::~FindFiles() = default;
+
+void FindFiles::Run(bool recursive) {
+  m_IsRecursive = recursive;
+  Search(m_Mask, m_IsAcceptAll, m_IsRecursive, m_Files).Run(m_SourceFolder);
+}
+
+unsigned int FindFiles::GetNumberFiles() const { return static_cast<unsigned int>(m_Files.size()); }
+
+const char* FindFiles::GetSourceFile(unsigned int index) { return FileAt(m_Files, index).c_str(); }
+
+const char* FindFiles::GetTargetFile(unsigned int index) {
+  m_TargetFile = m_TargetFolder;
+  m_TargetFile.append(FileAt(m_Files, index), m_SourceFolder.size(), std::string::npos);
+  return m_TargetFile.c_str();
+}

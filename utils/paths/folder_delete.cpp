@@ -1,0 +1,67 @@
+#include "utils/paths/paths.h"
+
+#include "utils/internal/path_text.h"
+#include "utils/internal/wide_path.h"
+#include "utils/paths/folder_listing.h"
+
+#include <string_view>
+
+namespace {
+
+using kv::internal::FolderListing;
+using kv::internal::kPathSize;
+using kv::internal::PathText;
+using kv::internal::WidePath;
+
+// True for a drive alone, which the system takes for the current folder of that drive, and for
+// every way to write the root of a drive.
+bool IsDriveOrRoot(const WidePath& path) {
+  if (path.View().ends_with(L':')) return true;
+  std::wstring_view full = kv::internal::FullPath(path);
+  return full.ends_with(L":\\");
+}
+
+void ShellDelete(std::wstring_view path) {
+  const std::wstring paths = std::wstring(path) + L'\0';  // a second NUL ends the list of paths
+  SHFILEOPSTRUCTW operation = {};
+  operation.wFunc = FO_DELETE;
+  operation.pFrom = paths.c_str();
+  operation.fFlags = FOF_NOCONFIRMATION;
+  ::SHFileOperationW(&operation);
+}
+
+void DeleteEntry(const std::wstring& path, const FolderListing& entry) {
+  if (entry.IsReadOnly()) {
+    ::SetFileAttributesW(path.c_str(), entry.Attributes() & ~DWORD{FILE_ATTRIBUTE_READONLY});
+  }
+  ::DeleteFileW(path.c_str());
+}
+
+}  // namespace
+
+void DeleteFolder(const char* folder) {
+  std::string_view text = folder == nullptr ? "" : folder;
+  if (text.size() >= kPathSize) return;
+  if (text.ends_with('\\')) text.remove_suffix(1);
+  const WidePath path(PathText().Append(text).Get());
+  if (!path.IsEmpty() && !IsDriveOrRoot(path)) ShellDelete(path.View());
+}
+
+void DeleteFolder(const char* folder, const char* mask) {
+  if (folder == nullptr || *folder == '\0' || mask == nullptr) return;
+  const std::string_view separator = std::string_view(folder).ends_with('\\') ? "" : "\\";
+  const PathText base = PathText().Append(folder).Append(separator);
+  const WidePath widePattern(PathText(base).Append(mask).Get());
+  const WidePath wideBase(base.Get());
+  if (wideBase.IsEmpty() || widePattern.IsEmpty()) return;
+  for (FolderListing entry(widePattern.Get()); entry.IsValid(); entry.Next()) {
+    if (entry.IsFolder()) continue;
+    DeleteEntry(std::wstring(wideBase.View()).append(entry.Name()), entry);
+  }
+}
+
+void deleteUserFolderContent() {
+  const KelvarisPath resolver;  // finds the writable folder
+  DeleteFolder(KelvarisPath::ms_WritablePath);
+  KelvarisPath::ClearFileNamesStorage();
+}
