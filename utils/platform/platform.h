@@ -214,11 +214,14 @@ KVUTILS_API void releaseOSSpecificThreadObject();  // does nothing
 // running anything, when it cannot be started, for a null or malformed text and, without
 // `destFolder`, for an archive path without "\".
 //
-// Callers rely on how the folder is passed: `destFolder` with a "\" at its end, added if missing,
-// or the archive's path before its last "\". Its parent is created, and it itself too if it is
-// given with its "\"; the program creates the last level. Neither path is quoted: callers avoid
-// blanks. The program is Info-ZIP's or behaves like it; Info-ZIP's asks on its console before it
-// replaces a file, unless the environment variable UNZIPOPT holds -o, and nobody sees the question.
+// Callers rely on how the folder is passed: `destFolder` with a "\" at its end, added if missing, so
+// that an empty one is the root of the current drive; or the archive's path before its last "\". Its
+// parent is created, and it itself too if it is given with its "\" or without any; the program
+// creates the last level. Neither path is quoted: callers avoid blanks.
+//
+// The program is Info-ZIP's or behaves like it. Info-ZIP's asks on its console before it replaces a
+// file, unless the environment variable UNZIPOPT holds -o, and nobody sees the question; and it
+// finds only paths that the system's narrow code page can spell.
 KVUTILS_API bool UnzipFile(const char* archivePath, const char* destFolder);
 
 #endif  // KVUTILS_UTILS_PLATFORM_PLATFORM_H_
