@@ -164,6 +164,12 @@ bool IsReadOnly(const std::string& path) {
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
 }
 
+void SetHidden(const std::string& path) {
+  if (!::SetFileAttributesW(Widen(path).c_str(), FILE_ATTRIBUTE_HIDDEN)) {
+    Fail("SetFileAttributesW", path);
+  }
+}
+
 std::vector<std::string> ListTree(const std::string& folder) {
   std::vector<std::string> entries;
   ListInto(folder, "", entries);

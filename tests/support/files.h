@@ -25,6 +25,7 @@ void SetTimes(const std::string& path, long long lastAccess, long long lastWrite
 void MakeSparse(const std::string& path, long long size);  // a file of zeros that takes no room
 void SetReadOnly(const std::string& path, bool readOnly);
 bool IsReadOnly(const std::string& path);
+void SetHidden(const std::string& path);
 
 // The files and folders below `folder`, relative to it, sorted; folders end in "\".
 std::vector<std::string> ListTree(const std::string& folder);
