@@ -82,9 +82,9 @@ KVUTILS_API double getPreciseTime();
 class KVUTILS_API WaitTime {
  public:
   // Starts a time-out of so many seconds.
-  explicit WaitTime(double duration = -1.0);
+  explicit WaitTime(double seconds = -1.0);
   // The same on an existing object.
-  void Start(double duration);
+  void Start(double seconds);
   // True when `duration` seconds have passed since the start; false for ever when it is not a
   // number.
   [[nodiscard]] bool IsTimeOver() const;
