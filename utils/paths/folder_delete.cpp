@@ -14,11 +14,12 @@ using kv::internal::PathText;
 using kv::internal::WidePath;
 
 // True for a drive alone, which the system takes for the current folder of that drive, and for
-// every way to write the root of a drive.
+// every way to write a root.
 bool IsDriveOrRoot(const WidePath& path) {
   if (path.View().ends_with(L':')) return true;
-  std::wstring_view full = kv::internal::FullPath(path);
-  return full.ends_with(L":\\");
+  const std::wstring full = kv::internal::FullPath(path);
+  const std::size_t lastName = full.find_last_not_of(L'\\');
+  return lastName == std::wstring::npos || full[lastName] == L':';
 }
 
 void ShellDelete(std::wstring_view path) {
