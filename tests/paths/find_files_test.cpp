@@ -2,14 +2,12 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "tests/paths/listing_stand_in.h"
 #include "tests/paths/test_drive.h"
-#include "tests/support/process.h"
 #include "tests/support/sandbox.h"
 #include "utils/paths/paths.h"
 
@@ -18,8 +16,6 @@ namespace {
 using kv::test::CreateFolders;
 using kv::test::FileExists;
 using kv::test::ListingStandIn;
-using kv::test::RunOwnCase;
-using kv::test::SetEnvironment;
 using kv::test::TestDrive;
 using kv::test::WriteBytes;
 
@@ -284,18 +280,6 @@ TEST_F(FindingFiles, FindsNothingWhereNothingCanBeListed) {
   }
 }
 
-// A deeper folder is out of the system's reach, even where this one would list it.
-TEST_F(FindingFiles, ListsNoFolderWhosePatternIsLongerThan259Units) {
-  for (const int length : {259, 260}) {
-    SCOPED_TRACE(length);
-    const ListingStandIn listing({{L"a.bin", FILE_ATTRIBUTE_DIRECTORY}});
-    const std::string source = "C:\\" + std::string(static_cast<std::size_t>(length) - 7, 'n');
-    FindFiles found(source.c_str(), "*.bin");
-    found.Run(false);
-    EXPECT_EQ(listing.Patterns().size(), length == 259 ? 1U : 0U);
-  }
-}
-
 TEST_F(FindingFiles, AnEmptyFolderIsTheRootOfTheCurrentDrive) {
   WriteBytes(Root() + "drive\\root.bin", "content");
   WriteBytes(Root() + "drive\\here\\below.bin", "content");
@@ -394,81 +378,6 @@ TEST_F(FindingFiles, FindsThousandsOfFiles) {
   const Texts names = Found(found, Folder());
   EXPECT_EQ(names.size(), 5000U);
   EXPECT_EQ(std::adjacent_find(names.begin(), names.end()), names.end());
-}
-
-// ---- Paths that end the process
-// ------------------------------------------------------------------
-//
-// A second process makes the search. Its folder comes through the environment.
-
-constexpr char kFolderVariable[] = "KVUTILS_TEST_FOLDER";
-constexpr unsigned long kRangeCheckFailure = 0xC0000409;
-
-class FindingFilesChild : public ::testing::Test {};
-
-void SearchInChild(bool recursive, const char* mask) {
-  FindFiles found(std::getenv(kFolderVariable), mask);
-  found.Run(recursive);
-  std::exit(static_cast<int>(found.GetNumberFiles()));
-}
-
-TEST_F(FindingFilesChild, DISABLED_Searches) { SearchInChild(false, "*.bin"); }
-TEST_F(FindingFilesChild, DISABLED_SearchesSubfolders) { SearchInChild(true, "*.bin"); }
-TEST_F(FindingFilesChild, DISABLED_SearchesForTexts) { SearchInChild(true, "*.txt"); }
-
-// The entry alone is too long: 87 characters of three bytes are 261.
-TEST_F(FindingFilesChild, DISABLED_MeetsASubfolderOfALongName) {
-  const ListingStandIn listing({{std::wstring(87, L'\x6708'), FILE_ATTRIBUTE_DIRECTORY}});
-  SearchInChild(true, "*.bin");
-}
-TEST_F(FindingFilesChild, DISABLED_ListsASubfolderOfALongName) {
-  const ListingStandIn listing({{std::wstring(87, L'\x6708'), FILE_ATTRIBUTE_DIRECTORY}});
-  SearchInChild(false, "*.bin");
-}
-TEST_F(FindingFilesChild, DISABLED_MeetsASubfolderOf259Bytes) {
-  const ListingStandIn listing({{std::wstring(86, L'\x6708') + L"a", FILE_ATTRIBUTE_DIRECTORY}});
-  SearchInChild(true, "*.bin");
-}
-
-// A name of Cyrillic letters, two bytes each, that makes a path below `folder` as long as `bytes`.
-std::string NameFor(const std::string& folder, std::size_t bytes) {
-  const std::size_t left = bytes - folder.size() - 4;
-  std::string name(left % 2, 'x');
-  while (name.size() < left) name += "ж";
-  return name + ".bin";
-}
-
-TEST_F(FindingFiles, APathOf260BytesEndsTheProcess) {
-  SetEnvironment(kFolderVariable, Folder());
-  Give("short.bin");
-  const std::string fits = Folder() + NameFor(Folder(), 259);
-  WriteBytes(fits, "content");
-  ASSERT_EQ(fits.size(), 259U);
-  EXPECT_EQ(RunOwnCase("FindingFilesChild.DISABLED_Searches").exitCode, 2U);
-  const std::string tooLong = Folder() + NameFor(Folder(), 260);
-  WriteBytes(tooLong, "content");
-  ASSERT_EQ(tooLong.size(), 260U);
-  EXPECT_EQ(RunOwnCase("FindingFilesChild.DISABLED_Searches").exitCode, kRangeCheckFailure);
-  EXPECT_EQ(RunOwnCase("FindingFilesChild.DISABLED_SearchesForTexts").exitCode, 0U);
-}
-
-TEST_F(FindingFiles, APathOf260BytesInASubfolderEndsTheProcess) {
-  const std::string sub = Folder() + "sub\\";
-  SetEnvironment(kFolderVariable, Folder());
-  WriteBytes(sub + NameFor(sub, 259), "content");
-  EXPECT_EQ(RunOwnCase("FindingFilesChild.DISABLED_SearchesSubfolders").exitCode, 1U);
-  WriteBytes(sub + NameFor(sub, 260), "content");
-  EXPECT_EQ(RunOwnCase("FindingFilesChild.DISABLED_SearchesSubfolders").exitCode,
-            kRangeCheckFailure);
-  EXPECT_EQ(RunOwnCase("FindingFilesChild.DISABLED_Searches").exitCode, 0U);
-}
-
-TEST_F(FindingFiles, ASubfolderNameOf260BytesEndsTheProcess) {
-  SetEnvironment(kFolderVariable, "C:\\u");
-  EXPECT_EQ(RunOwnCase("FindingFilesChild.DISABLED_MeetsASubfolderOfALongName").exitCode,
-            kRangeCheckFailure);
-  EXPECT_EQ(RunOwnCase("FindingFilesChild.DISABLED_ListsASubfolderOfALongName").exitCode, 0U);
-  EXPECT_EQ(RunOwnCase("FindingFilesChild.DISABLED_MeetsASubfolderOf259Bytes").exitCode, 0U);
 }
 
 }  // namespace

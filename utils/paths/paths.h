@@ -299,7 +299,8 @@ struct KvRemoveFolderDesc {
 // modes, not in names. Fields behind the fourth are ignored.
 //
 // Callers rely on what follows. An unknown root or mode keeps the flags of the descriptor before;
-// in a first descriptor they are false, false and true, so that it deletes nothing. "languages;.\"
+// ahead of the first they are false, false and true: an unknown root there deletes nothing, an
+// unknown mode the files listed. "languages;.\"
 // removes the language folders whole, but "base;.\" and a choice of files take ".\" as it stands.
 // "not_delete" with several names deletes each file that differs from any of them, so all files.
 // Subfolders stay when files are chosen.
