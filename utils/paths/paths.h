@@ -300,10 +300,9 @@ struct KvRemoveFolderDesc {
 //
 // Callers rely on what follows. An unknown root or mode keeps the flags of the descriptor before;
 // ahead of the first they are false, false and true: an unknown root there deletes nothing, an
-// unknown mode the files listed. "languages;.\"
-// removes the language folders whole, but "base;.\" and a choice of files take ".\" as it stands.
-// "not_delete" with several names deletes each file that differs from any of them, so all files.
-// Subfolders stay when files are chosen.
+// unknown mode the files listed. "languages;.\" removes the language folders whole, but "base;.\"
+// and a choice of files take ".\" as it stands. "not_delete" with several names deletes each file
+// that differs from any of them, so all files. Subfolders stay when files are chosen.
 //
 // A root without a folder names the writable or language folder itself. A descriptor of three
 // fields, one of none and a null one delete nothing. Nothing outside the writable folder is
