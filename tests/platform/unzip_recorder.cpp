@@ -35,35 +35,20 @@ std::string ExistingFolders() {
   return existing;
 }
 
-// The numbers of the start-up record that a caller can set.
-std::string StartupNumbers() {
-  STARTUPINFOW startup = {};
-  ::GetStartupInfoW(&startup);
-  std::string numbers;
-  for (const DWORD number :
-       {startup.dwFlags, startup.dwX, startup.dwY, startup.dwXSize, startup.dwYSize,
-        startup.dwXCountChars, startup.dwYCountChars, startup.dwFillAttribute,
-        static_cast<DWORD>(startup.wShowWindow), static_cast<DWORD>(startup.cbReserved2)}) {
-    numbers += std::to_string(number) + " ";
-  }
-  return numbers;
-}
-
 // Sets the event whose handle the caller names; it is none here unless it was inherited.
 void UseCallersEvent() {
   const std::string handle = Variable(kCallersEvent);
   if (handle.empty()) return;
-  ::SetEvent(reinterpret_cast<HANDLE>(std::stoull(handle)));  // NOLINT
+  ::SetEvent(reinterpret_cast<HANDLE>(std::stoull(handle)));
 }
 
 }  // namespace
 
 int main() {
-  const std::string record =
-      "command line=" + Narrow(::GetCommandLineW()) + "\nprogram=" + ProgramPath() +
-      "\nfolder=" + CurrentFolder() + "\nvariable=" + Variable(kAnyVariable) +
-      "\nexisting folders=" + ExistingFolders() + "\nstartup=" + StartupNumbers() +
-      "\nconsole window=" + (::GetConsoleWindow() == nullptr ? "none" : "one") + "\n";
+  const std::string record = "command line=" + Narrow(::GetCommandLineW()) +
+                             "\nprogram=" + ProgramPath() + "\nfolder=" + CurrentFolder() +
+                             "\nvariable=" + Variable(kAnyVariable) +
+                             "\nexisting folders=" + ExistingFolders() + "\n";
   UseCallersEvent();
   ::Sleep(static_cast<DWORD>(std::atoi(Variable(kDelay).c_str())));
   WriteBytes(Variable(kRecordFile), record);

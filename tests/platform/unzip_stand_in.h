@@ -15,8 +15,8 @@
 
 namespace kv::test {
 
-// The record of the stand-in's last run: "command line", "program", "folder", "variable",
-// "existing folders", "startup", "console window". Empty when it has not run.
+// The record of the stand-in's last run: "command line", "program", "folder", "variable" and
+// "existing folders". Empty when it has not run.
 using Record = std::map<std::string, std::string>;
 
 class UnzipSandbox : public Sandbox {
