@@ -9,20 +9,26 @@
 namespace tour {
 
 const char kHelp[] =
-    "usage: tour [DATE] [--zone ZONE] [--language CODE]\n"
+    "usage: tour [DATE] [--zone ZONE] [--language CODE] [--only HALF]\n"
     "\n"
     "Tells where the dwarf planets stand, from the data of the sample installation in the current\n"
-    "folder, and where each data file was found.\n"
+    "folder, and where each data file was found. Then shows what the library does besides: a\n"
+    "download is checked, an update installed, an archive unpacked, names are sorted and made\n"
+    "plain, frames are timed, HTML is put on the clipboard.\n"
     "\n"
     "  DATE, --date DATE  2026-11-21, 2026-11-21T18:30 or 2026-11-21T18:30:15, in UTC, of the\n"
     "                     years 1800 to 2199; the present when left out\n"
     "  --zone ZONE        the observer's time zone, such as Europe/Berlin; that of\n"
     "                     media:observer.txt when left out\n"
     "  --language CODE    en, de, fr, ru, es, pt-PT, pt, it, nl, zh or ja; en when left out\n"
+    "  --only HALF        \"places\", the dwarf planets, or \"services\", what the library does\n"
+    "                     besides; both when left out\n"
     "  --help             this text\n"
     "\n"
     "Each run notes its pick of the night in the store of dwarf planets, which is saved to the\n"
-    "folder Kelvaris_9 of your documents and is read from there by the next run.\n";
+    "folder Kelvaris_9 of your documents and is read from there by the next run. The services\n"
+    "write to a folder below the one for temporary files and remove it at the end; the text that\n"
+    "was on the clipboard is put back.\n";
 
 namespace {
 
@@ -53,12 +59,19 @@ std::string SetLanguage(const std::string& value, Arguments& arguments) {
   return isKnown ? std::string() : Quoted(value) + " is not a language of the library";
 }
 
+std::string SetOnly(const std::string& value, Arguments& arguments) {
+  if (arguments.only) return "--only is given twice";
+  arguments.only = value;
+  if (value == kPlacesHalf || value == kServicesHalf) return {};
+  return Quoted(value) + " is neither places nor services";
+}
+
 struct Option {
   std::string_view name;
   std::string (*set)(const std::string& value, Arguments& arguments);
 };
 constexpr Option kOptions[] = {
-    {"--date", SetDate}, {"--zone", SetZone}, {"--language", SetLanguage}};
+    {"--date", SetDate}, {"--zone", SetZone}, {"--language", SetLanguage}, {"--only", SetOnly}};
 
 // Takes the argument at `next` and the value behind it, if it needs one.
 std::string Take(const std::vector<std::string>& texts, std::size_t& next, Arguments& arguments) {

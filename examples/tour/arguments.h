@@ -10,11 +10,17 @@
 
 namespace tour {
 
+inline constexpr char kPlacesHalf[] = "places";
+inline constexpr char kServicesHalf[] = "services";
+
 struct Arguments {
   std::optional<CivilTime> time;  // UTC; the present when not given
   std::optional<std::string> zone;
   std::optional<std::string> language;  // "en" when not given
+  std::optional<std::string> only;      // one of the two halves below; both when not given
   bool help = false;
+
+  bool Shows(const char* half) const { return !only || *only == half; }
 };
 
 // True, or false with one line in `complaint`.

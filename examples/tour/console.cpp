@@ -41,6 +41,15 @@ std::vector<std::string> CommandLineArguments() {
   return arguments;
 }
 
+void PrintTitle(const std::string& title) {
+  std::printf("\n%s\n%s\n", title.c_str(), std::string(92, '-').c_str());
+}
+
+void Complain(const std::string& complaint) {
+  FlushOutput();
+  std::fprintf(stderr, "tour: %s\n", complaint.c_str());
+}
+
 bool FlushOutput() { return std::fflush(stdout) == 0 && std::ferror(stdout) == 0; }
 
 }  // namespace tour

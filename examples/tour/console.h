@@ -15,6 +15,12 @@ void PrepareConsole();
 // which cannot hold every text, and have "*" and "?" replaced by the files of the current folder.
 std::vector<std::string> CommandLineArguments();
 
+// A title of the page, after an empty line and underlined.
+void PrintTitle(const std::string& title);
+
+// One line for the error output, behind all that has been printed.
+void Complain(const std::string& complaint);
+
 // Hands what has been printed over to the system; false when some of it could not be written.
 bool FlushOutput();
 

@@ -1,5 +1,7 @@
 #include "examples/tour/format_text.h"
 
+#include "utils/text/text.h"
+
 #include <algorithm>
 #include <cstdarg>
 #include <cstdio>
@@ -48,6 +50,15 @@ std::string Padded(std::string text, std::size_t width) {
   const auto continuations = std::count_if(text.begin(), text.end(), ContinuesCharacter);
   const std::size_t length = text.size() - static_cast<std::size_t>(continuations);
   return text.append(length < width ? width - length : 0, ' ');
+}
+
+std::string Utf8Text(const std::wstring& text) {
+  const int units = static_cast<int>(text.size());
+  int length = 0;
+  utf16_to_utf8(nullptr, length, text.data(), units);
+  std::string utf8(static_cast<std::size_t>(length), '\0');
+  utf16_to_utf8(utf8.data(), length, text.data(), units);
+  return utf8;
 }
 
 std::string Quoted(std::string_view text) {

@@ -5,6 +5,7 @@
 #include "utils/text/text.h"
 
 #include <charconv>
+#include <utility>
 
 namespace tour {
 namespace {
@@ -36,10 +37,18 @@ bool ReadNumber(const std::string& text, unsigned& number) {
 
 }  // namespace
 
+std::vector<std::vector<std::string>> ReadRows(const char* dataName) {
+  std::vector<std::vector<std::string>> rows;
+  for (const std::string& line : ReadLines(dataName)) {
+    std::vector<std::string> columns = Columns(line);
+    if (!columns.empty()) rows.push_back(std::move(columns));
+  }
+  return rows;
+}
+
 std::vector<ObjectName> ReadObjectNames() {
   std::vector<ObjectName> names;
-  for (const std::string& line : ReadLines(kNamesName)) {
-    const std::vector<std::string> columns = Columns(line);
+  for (const std::vector<std::string>& columns : ReadRows(kNamesName)) {
     ObjectName name;
     if (columns.size() < 2 || !ReadNumber(columns[0], name.number)) continue;
     name.name = columns[1];
@@ -51,8 +60,7 @@ std::vector<ObjectName> ReadObjectNames() {
 
 std::vector<Discovery> ReadDiscoveries() {
   std::vector<Discovery> discoveries;
-  for (const std::string& line : ReadLines(kDiscoveriesName)) {
-    const std::vector<std::string> columns = Columns(line);
+  for (const std::vector<std::string>& columns : ReadRows(kDiscoveriesName)) {
     unsigned number = 0;
     if (columns.size() < 3 || !ReadNumber(columns[0], number)) continue;
     discoveries.push_back({number, columns[1], columns[2]});

@@ -14,6 +14,14 @@ inline constexpr char kObserverName[] = "media:observer.txt";
 inline constexpr char kNamesName[] = "media:dwarf_names.txt";
 inline constexpr char kDiscoveriesName[] = "media:Discoveries.txt";
 inline constexpr char kRecordsName[] = "catalogs:Planets&Moons:DwarfPlanets.bin";
+inline constexpr char kMoonsName[] = "catalogs:Planets&Moons:Moons.txt";
+inline constexpr char kDeepSkyName[] = "media:messier.txt";
+inline constexpr char kMinorPlanetsName[] = "media:minor_planets.txt";
+inline constexpr char kStarsName[] = "media:stars.txt";
+inline constexpr char kAccentsName[] = "media:accents.txt";
+// What a server would send: a newer list of moons, and names of constellations in other languages.
+inline constexpr char kNewMoonsName[] = "server:Moons.txt";
+inline constexpr char kArchiveName[] = "server:constellations.zip";
 
 struct ObjectName {
   unsigned number = 0;
@@ -37,6 +45,8 @@ struct Observer {
 std::vector<ObjectName> ReadObjectNames();
 std::vector<Discovery> ReadDiscoveries();
 Observer ReadObserver();
+// The tab-separated columns, one at least, of each line of a data file.
+std::vector<std::vector<std::string>> ReadRows(const char* dataName);
 
 }  // namespace tour
 

@@ -1,5 +1,6 @@
 #include "examples/tour/report.h"
 
+#include "examples/tour/console.h"
 #include "examples/tour/format_text.h"
 #include "examples/tour/observer_time.h"
 #include "examples/tour/resolution.h"
@@ -26,10 +27,6 @@ bool IsOld(const OrbitalElements& elements, double julianDate) {
   constexpr double kOrbitOfSaturn = 10.0;  // AU, the next whole number
   const double years = elements.semiMajorAxis < kOrbitOfSaturn ? 1.0 : 5.0;
   return std::abs(julianDate - elements.epoch) > years * 365.25;
-}
-
-void PrintTitle(const char* title) {
-  std::printf("\n%s\n%s\n", title, std::string(92, '-').c_str());
 }
 
 void PrintSetting(const char* label, const std::string& value) {
@@ -69,7 +66,7 @@ std::string DiscoveryText(unsigned number) {
 void PrintHeading(const Setting& setting) {
   KelvarisPath resolver;
   const double julianDate = JulianDate(setting.utc);
-  std::printf("Where the dwarf planets stand: a tour of kvutils\n\n");
+  std::printf("A tour of kvutils\n\n");
   PrintSetting("Installation", resolver.GetWorkFolder());
   PrintSetting("Your folder", resolver.GetWritableFolder());
   PrintSetting("Language",
@@ -120,7 +117,7 @@ void PrintPlaces(const DwarfPlanets& loaded, double julianDate) {
   }
 }
 
-void PrintPick(const DwarfPlanet& picked, bool canSave) {
+void PrintPick(const DwarfPlanet& picked, const std::string& obstacle) {
   PrintTitle("Pick of the night");
   const ObjectName& name = picked.name;
   std::printf("  %s%s%s\n", name.name.c_str(), name.description.empty() ? "" : ": ",
@@ -133,12 +130,12 @@ void PrintPick(const DwarfPlanet& picked, bool canSave) {
     std::printf("  Picks before: %u, the last for %s.\n", picked.elements.timesPicked,
                 DateText(picked.elements.lastPicked).c_str());
   }
-  if (canSave) {
+  if (obstacle.empty()) {
     std::puts(
         "  This pick is noted in its record. The store saves its records to your folder when the");
     std::puts("  program ends, and the next run reads them there.");
   } else {
-    std::puts("  This pick will be forgotten: your folder, where it would be saved, is no folder.");
+    std::printf("  This pick will be forgotten: %s.\n", obstacle.c_str());
   }
 }
 

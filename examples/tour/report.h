@@ -23,9 +23,9 @@ void PrintHeading(const Setting& setting);
 void PrintResolutions();
 // Where each object stands at the instant, and which objects have no record.
 void PrintPlaces(const DwarfPlanets& loaded, double julianDate);
-// `picked` is as the store held it before this run; `canSave` tells whether the store has a folder
-// to save its records to.
-void PrintPick(const DwarfPlanet& picked, bool canSave);
+// `picked` is as the store held it before this run; `obstacle` is what keeps the store from saving
+// its records, empty when nothing does.
+void PrintPick(const DwarfPlanet& picked, const std::string& obstacle);
 
 }  // namespace tour
 

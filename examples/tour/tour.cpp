@@ -1,5 +1,6 @@
-// A small host of kvutils.dll: tells where the dwarf planets stand tonight, and shows on the way
-// how the subsystems of the library meet. It expects the sample installation as current folder.
+// A small host of kvutils.dll: tells where the dwarf planets stand tonight, shows on the way how
+// the subsystems of the library meet, and then what they do besides. It expects the sample
+// installation as current folder.
 
 #include "examples/tour/arguments.h"
 #include "examples/tour/console.h"
@@ -8,6 +9,8 @@
 #include "examples/tour/observer_time.h"
 #include "examples/tour/report.h"
 #include "examples/tour/resolution.h"
+#include "examples/tour/saving.h"
+#include "examples/tour/services.h"
 #include "utils/files/files.h"
 #include "utils/paths/paths.h"
 #include "utils/platform/platform.h"
@@ -25,8 +28,8 @@ constexpr int kSuccess = 0;
 constexpr int kFailure = 1;
 constexpr int kUsageError = 2;
 
-int Complain(const std::string& complaint, int exitCode) {
-  std::fprintf(stderr, "tour: %s\n", complaint.c_str());
+int Fail(const std::string& complaint, int exitCode) {
+  Complain(complaint);
   return exitCode;
 }
 
@@ -47,26 +50,32 @@ Setting Choose(const Arguments& arguments) {
   return setting;
 }
 
+// Where the dwarf planets stand, and the pick of the night, which is noted in the store.
+void PrintPlacesHalf(const DwarfPlanets& loaded, const Setting& setting) {
+  const double julianDate = JulianDate(setting.utc);
+  const DwarfPlanet& picked = PickOfTheNight(loaded.planets, julianDate);
+  const std::string obstacle = SavingObstacle();
+  PrintResolutions();
+  PrintPlaces(loaded, julianDate);
+  PrintPick(picked, obstacle);
+  if (obstacle.empty()) NotePick(picked, DateNumber(setting.utc));
+}
+
 int Tour(const Arguments& arguments) {
   KelvarisPath folders;  // the first one in the process finds the folders
   const Setting setting = Choose(arguments);
   if (!IsKnownZone(setting.observer.zone)) {
-    return Complain(Resolve(kObserverName).file + ": " + NoZoneText(setting.observer.zone),
-                    kFailure);
+    return Fail(Resolve(kObserverName).file + ": " + NoZoneText(setting.observer.zone), kFailure);
+  }
+  if (!arguments.Shows(kPlacesHalf)) {
+    PrintHeading(setting);
+    return PrintServices() ? kSuccess : kFailure;
   }
   const DwarfPlanets loaded = LoadDwarfPlanets();
-  if (loaded.planets.empty()) {
-    return Complain("no dwarf planets: " + MissingText(loaded), kFailure);
-  }
-  const double julianDate = JulianDate(setting.utc);
-  const DwarfPlanet& picked = PickOfTheNight(loaded.planets, julianDate);
-  const bool canSave = IsFolder(folders.GetWritableFolder());
+  if (loaded.planets.empty()) return Fail("no dwarf planets: " + MissingText(loaded), kFailure);
   PrintHeading(setting);
-  PrintResolutions();
-  PrintPlaces(loaded, julianDate);
-  PrintPick(picked, canSave);
-  if (canSave) NotePick(picked, DateNumber(setting.utc));
-  return kSuccess;
+  PrintPlacesHalf(loaded, setting);
+  return !arguments.Shows(kServicesHalf) || PrintServices() ? kSuccess : kFailure;
 }
 
 int FollowArguments(const std::vector<std::string>& texts) {
@@ -76,7 +85,7 @@ int FollowArguments(const std::vector<std::string>& texts) {
       !IsKnownZone(*arguments.zone)) {
     complaint = NoZoneText(*arguments.zone);
   }
-  if (!complaint.empty()) return Complain(complaint + "; --help explains", kUsageError);
+  if (!complaint.empty()) return Fail(complaint + "; --help explains", kUsageError);
   if (!arguments.help) return Tour(arguments);
   std::fputs(kHelp, stdout);
   return kSuccess;
@@ -86,10 +95,9 @@ int FollowArgumentsGuarded(const std::vector<std::string>& texts) {
   try {
     return FollowArguments(texts);
   } catch (const MException&) {
-    FlushOutput();  // the exception has printed its message when it was made
-    return Complain("stopped by the error above", kFailure);
+    return Fail("stopped by the error above", kFailure);  // it was printed when it was thrown
   } catch (const std::exception& error) {
-    return Complain(std::string("stopped: ") + error.what(), kFailure);
+    return Fail(std::string("stopped: ") + error.what(), kFailure);
   }
 }
 
@@ -105,7 +113,7 @@ int Main() {
   const int exitCode = FollowArgumentsGuarded(CommandLineArguments());
   Finish();
   if (FlushOutput()) return exitCode;
-  return Complain("the output could not be written", kFailure);
+  return Fail("the output could not be written", kFailure);
 }
 
 }  // namespace

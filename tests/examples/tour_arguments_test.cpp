@@ -106,6 +106,29 @@ TEST_F(TourArguments, WrongArgumentsGetOneLineAndExitCodeTwo) {
   }
 }
 
+TEST_F(TourArguments, NameOneOfTwoHalves) {
+  const struct {
+    std::vector<std::string> arguments;
+    const char* complaint;
+  } kRows[] = {
+      {{"--only"}, "--only needs a value"},
+      {{"--only", "--help"}, "--only needs a value"},
+      {{"--only", ""}, "\"\" is neither places nor services"},
+      {{"--only", "Places"}, "\"Places\" is neither places nor services"},
+      {{"--only", "all\n"}, "\"all?\" is neither places nor services"},
+      {{"--only", "places", "--only", "services"}, "--only is given twice"},
+  };
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(row.complaint);
+    const ProcessResult result =
+        kv::test::RunProgram(kv::test::ProgramFolder() + "tour.exe", row.arguments, Work());
+    EXPECT_EQ(result.exitCode, 2U);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err, std::string("tour: ") + row.complaint + "; --help explains\n");
+    EXPECT_FALSE(FolderExists(Writable()));
+  }
+}
+
 TEST_F(TourArguments, AcceptsEachFormOfADate) {
   const struct {
     std::vector<std::string> arguments;

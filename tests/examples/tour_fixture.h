@@ -1,4 +1,5 @@
-// The tour run as a program of its own, on a copy of the sample installation in the sandbox.
+// The tour run as a program of its own, or section by section, on a copy of the sample installation
+// in the sandbox.
 #ifndef KVUTILS_TESTS_EXAMPLES_TOUR_FIXTURE_H_
 #define KVUTILS_TESTS_EXAMPLES_TOUR_FIXTURE_H_
 
@@ -18,8 +19,17 @@ inline void LayOutInstallation(const std::string& folder) {
   }
 }
 
-inline ProcessResult RunTour(const std::vector<std::string>& arguments, const std::string& folder) {
+// The half with the dwarf planets; the other one takes the clipboard, which all programs share.
+inline ProcessResult RunTour(std::vector<std::string> arguments, const std::string& folder) {
+  arguments.insert(arguments.begin(), {"--only", "places"});
   return RunProgram(ProgramFolder() + "tour.exe", arguments, folder);
+}
+
+// Makes a folder, which ends in "\", the one for temporary files, here and in programs that are
+// run.
+inline void UseTemporary(const std::string& folder) {
+  CreateFolders(folder);
+  SetEnvironment("TMP", folder);
 }
 
 inline bool Contains(const std::string& text, const std::string& part) {

@@ -47,7 +47,7 @@ DWORD RunWithReadOnlyOutput(const std::string& argument, const std::string& fold
 TEST_F(TourOutput, ThatCannotBeWrittenIsAFailure) {
   const std::string output = Documents() + "output.txt";
   const std::string errors = Documents() + "errors.txt";
-  for (const char* argument : {"2026-11-21", "--help"}) {
+  for (const char* argument : {"2026-11-21 --only places", "--help"}) {
     SCOPED_TRACE(argument);
     WriteBytes(output, "");
     WriteBytes(errors, "");
