@@ -22,6 +22,7 @@ TEST(RetinaDisplay, IsOffUntilItIsSet) {
   for (const bool isRetina : {true, true, false, true, false}) {
     SetRetinaDisplay(isRetina);
     EXPECT_EQ(IsRetinaDisplay(), isRetina ? 1U : 0U);
+    EXPECT_EQ(GetNightVision(), 0);
   }
 }
 
