@@ -54,6 +54,17 @@ void ListInto(const std::string& folder, const std::string& prefix,
   });
 }
 
+// The console of a program may outlive it a little, and holds the folder that it was started in.
+bool RemoveEmptyFolder(const std::string& path) {
+  constexpr int kAttempts = 500;
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    if (::RemoveDirectoryW(Widen(path).c_str())) return true;
+    if (::GetLastError() != ERROR_SHARING_VIOLATION) return false;
+    ::Sleep(20);
+  }
+  return false;
+}
+
 }  // namespace
 
 std::wstring Widen(std::string_view utf8) {
@@ -131,7 +142,7 @@ void RemoveTree(const std::string& path) {
       RemoveFile(entry);
     }
   });
-  if (!::RemoveDirectoryW(Widen(path).c_str())) Fail("RemoveDirectoryW", path);
+  if (!RemoveEmptyFolder(path)) Fail("RemoveDirectoryW", path);
 }
 
 void SetTimes(const std::string& path, long long lastAccess, long long lastWrite, int ticks) {
