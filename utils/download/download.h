@@ -38,9 +38,10 @@ class KVUTILS_API crc32 {
 // The name of a file is hashed as it is given: two spellings of one file are two entries.
 class KVUTILS_API CheckFileVersion {
  public:
-  // Reads the registry with this data name. One that cannot be resolved or opened, or has 2 GiB or
-  // more, gives no entries. Of two records with one identifier the first counts; a torn last record
-  // is read as if zero bytes followed. Throws MException, code 2, when the system refuses to read.
+  // Reads the registry with this data name. One that cannot be resolved or opened, or whose
+  // length reads as negative (MFile::GetLength; from 2 GiB on), gives no entries. Of two records
+  // with one identifier the first counts; a torn last record is read as if zero bytes followed.
+  // Throws MException, code 2, when the system refuses to read.
   explicit CheckFileVersion(const char* registryName = "download:files_crc_sum.dat");
   CheckFileVersion(const CheckFileVersion&) = delete;
   CheckFileVersion& operator=(const CheckFileVersion&) = delete;
@@ -49,8 +50,9 @@ class KVUTILS_API CheckFileVersion {
 
   // Whether the content of the file differs from what the registry holds for `name`; the registry
   // then holds the new checksum. `name` is a path, of any length, or else a data name. False,
-  // changing nothing, when the file cannot be found or opened, or has 2 GiB or more: a file that
-  // has vanished is never new. Throws MException, code 2, when the system refuses to read.
+  // changing nothing, when the file cannot be found or opened, or its length reads as negative: a
+  // file that has vanished is never new. Throws MException, code 2, when the system refuses to
+  // read.
   bool IsNew(const char* name, bool isPath);
 
   // Records a checksum for a name that has no entry. Callers rely on it: an entry that is there

@@ -292,13 +292,18 @@ class KVUTILS_API MTextFile {
 // ---- Whole files -------------------------------------------------------------------------------
 //
 // A data name is resolved as KelvarisPath::GetPath resolves it, and belongs to the host's main
-// thread as that does; a path is taken as it is. A file is read whole, in one piece. One of 2 GiB
-// or more counts as unreadable. What MFile throws, on a read or write that the system refuses,
-// passes through; every other failure is a result.
+// thread as that does; a path is taken as it is. A file is read whole, in one piece. One whose
+// length reads as negative (MFile::GetLength; from 2 GiB on) counts as unreadable, as does one that
+// memory is short for; one that is cut while it is read is as long as what arrived. What MFile
+// throws, on a read or write that the system refuses, passes through; every other failure is a
+// result.
 
 // The standard streams of a UTF-8 path: _wfopen and _wfsopen on path and mode, both UTF-8. The
 // caller closes the stream with fclose. Null when the system refuses, and for a mode or a share
-// flag (_SH_DENYNO and its kind, from share.h) that the run-time library does not know.
+// flag that the run-time library does not know, which never reaches it. A mode is "r", "w" or "a",
+// then at most one of each of "+", "b" or "t", "c" or "n", "S" or "R", "D", "N", "T", in any order,
+// then perhaps ", ccs=" and UTF-8, UTF-16LE or UNICODE in letters of any case; spaces do not count.
+// A share flag is one of the five _SH_ constants of share.h from _SH_COMPAT to _SH_DENYNO.
 extern "C" KVUTILS_API FILE* mm_fopen(const char* path, const char* mode);
 extern "C" KVUTILS_API FILE* mm_fsopen(const char* path, const char* mode, int shareFlag);
 
@@ -313,8 +318,9 @@ KVUTILS_API char* GetKvFileContent(const char* name);
 KVUTILS_API bool loadUTF8StringFromFile(std::string& out, const char* path);
 
 // Appends the content of the file `source` to the existing file `target`, which nobody else may
-// have open. False, with the target unchanged, when either cannot be opened; true for an empty
-// source, which changes nothing. How much was written is not checked.
+// have open. False, with the target unchanged, when either cannot be opened, as when both are the
+// same file, and when the end of the target cannot be reached; true for an empty source, which
+// changes nothing. How much was written is not checked.
 KVUTILS_API bool UniteFiles(const char* target, const char* source);
 
 // 0 when the two files hold the same bytes. Otherwise the difference of their lengths as a 32-bit
