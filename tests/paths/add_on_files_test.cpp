@@ -9,9 +9,9 @@
 namespace {
 
 using kv::test::Answer;
-using kv::test::GuardedBuffer;
 using kv::test::kNone;
 using kv::test::OpenResolver;
+using kv::test::PathBuffer;
 using kv::test::WriteBytes;
 
 using Texts = std::vector<std::string>;
@@ -160,7 +160,7 @@ TEST_F(AddOnFiles, CheckFeaturePackFileMapsListedNames) {
         Case{"Media:A.txtt", false, "Media:A.txtt"}, Case{"edia:A.txt", false, "edia:A.txt"},
         Case{"", false, ""}}) {
     SCOPED_TRACE(row.name);
-    GuardedBuffer out;
+    PathBuffer out;
     EXPECT_EQ(resolver.CheckFeaturePackFile(out.Get(), row.name), row.isListed);
     EXPECT_EQ(out.Text(), row.mapped);
     EXPECT_TRUE(out.GuardsHold());
@@ -170,7 +170,7 @@ TEST_F(AddOnFiles, CheckFeaturePackFileMapsListedNames) {
 TEST_F(AddOnFiles, FirstOfTwoEqualEntriesCounts) {
   KelvarisPath::sFeaturePackFolder = "pack\\";
   KelvarisPath::sFeaturePackFileNames = {"b", "a", "a"};
-  GuardedBuffer out;
+  PathBuffer out;
   EXPECT_TRUE(resolver.CheckFeaturePackFile(out.Get(), "A"));
   EXPECT_EQ(out.Text(), "pack\\a");
 }
@@ -189,14 +189,14 @@ TEST_F(AddOnFiles, CheckFeaturePackFileGivesNothingWhereItDoesNotFit) {
     const std::string name(row.name, 'n');
     KelvarisPath::sFeaturePackFolder = folder;
     KelvarisPath::sFeaturePackFileNames = {name};
-    GuardedBuffer out;
+    PathBuffer out;
     resolver.CheckFeaturePackFile(out.Get(), name.c_str());
     EXPECT_EQ(out.Text(), row.fits ? folder + name : "");
     EXPECT_TRUE(out.GuardsHold());
     EXPECT_EQ(Answer(resolver.GetPath(name.c_str())), kNone);
 
     KelvarisPath::sFeaturePackFileNames = {"other"};
-    GuardedBuffer unlisted;
+    PathBuffer unlisted;
     EXPECT_FALSE(resolver.CheckFeaturePackFile(unlisted.Get(), name.c_str()));
     EXPECT_EQ(unlisted.Text(), row.name <= 259 ? name : "");
     EXPECT_TRUE(unlisted.GuardsHold());

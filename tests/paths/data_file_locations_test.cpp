@@ -10,7 +10,7 @@
 namespace {
 
 using kv::test::FolderExists;
-using kv::test::GuardedBuffer;
+using kv::test::PathBuffer;
 using kv::test::RemoveFile;
 using kv::test::WriteBytes;
 
@@ -78,7 +78,7 @@ class WorkPathFor : public DataFileLocations, public ::testing::WithParamInterfa
  protected:
   // The place of `name`, "(false)" when there is none.
   static std::string Place(const std::string& name) {
-    GuardedBuffer out;
+    PathBuffer out;
     const bool isFound = GetParam().place(out.Get(), name.c_str());
     EXPECT_TRUE(out.GuardsHold());
     if (isFound) return out.Text();
@@ -91,7 +91,7 @@ class WorkPathFor : public DataFileLocations, public ::testing::WithParamInterfa
 
 TEST_P(WorkPathFor, NoFileIsNone) {
   EXPECT_EQ(Place(folder + ":stars.bin"), "(false)");
-  GuardedBuffer out;
+  PathBuffer out;
   EXPECT_FALSE(GetParam().place(out.Get(), nullptr));
   EXPECT_TRUE(out.IsUntouched());
   EXPECT_FALSE(FolderExists(Writable() + folder));

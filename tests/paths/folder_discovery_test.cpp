@@ -15,8 +15,8 @@ namespace {
 using kv::test::Answer;
 using kv::test::CreateFolders;
 using kv::test::FolderExists;
-using kv::test::GuardedBuffer;
 using kv::test::OpenResolver;
+using kv::test::PathBuffer;
 using kv::test::SetCurrentFolder;
 using kv::test::WriteBytes;
 
@@ -146,14 +146,14 @@ TEST_F(FolderDiscovery, GetWorkDirNeedsRoomForTheFolderASeparatorAndTheNul) {
   const auto length = static_cast<unsigned>(Work().size());
   for (const bool isMedium : {false, true}) {
     SCOPED_TRACE(isMedium ? "GetCDPath" : "GetWorkDir");
-    GuardedBuffer fits;
+    PathBuffer fits;
     EXPECT_TRUE(isMedium ? resolver.GetCDPath(fits.Get(), length + 1)
                          : resolver.GetWorkDir(fits.Get(), length + 1));
     EXPECT_EQ(fits.Text(), Work());
-    EXPECT_EQ(fits.Get()[length + 1], '#');
+    EXPECT_EQ(fits.Get()[length + 1], PathBuffer::kGuard);
     for (const unsigned size : {0U, 1U, length - 1, length}) {
       SCOPED_TRACE(size);
-      GuardedBuffer small;
+      PathBuffer small;
       EXPECT_FALSE(isMedium ? resolver.GetCDPath(small.Get(), size)
                             : resolver.GetWorkDir(small.Get(), size));
       EXPECT_TRUE(small.IsUntouched());
@@ -165,14 +165,14 @@ TEST_F(FolderDiscovery, GetWorkDirFollowsTheCurrentFolder) {
   OpenResolver resolver;
   CreateFolders(Root() + "elsewhere");
   SetCurrentFolder(Root() + "elsewhere");
-  GuardedBuffer out;
+  PathBuffer out;
   EXPECT_TRUE(resolver.GetWorkDir(out.Get(), 260));
   EXPECT_EQ(out.Text(), Root() + "elsewhere\\");
 }
 
 TEST_F(FolderDiscovery, GetWritableDirDoesNotConsultTheSize) {
   OpenResolver resolver;
-  GuardedBuffer out;
+  PathBuffer out;
   EXPECT_TRUE(resolver.GetWritableDir(out.Get(), 0));
   EXPECT_EQ(out.Text(), Writable());
   EXPECT_TRUE(out.GuardsHold());
@@ -181,19 +181,19 @@ TEST_F(FolderDiscovery, GetWritableDirDoesNotConsultTheSize) {
 TEST_F(FolderDiscovery, GetWritableDirTellsWhetherTheFolderExists) {
   OpenResolver resolver;
   kv::test::RemoveTree(Documents() + "Kelvaris_9");
-  GuardedBuffer made;
+  PathBuffer made;
   EXPECT_TRUE(resolver.GetWritableDir(made.Get(), 260));
   EXPECT_TRUE(FolderExists(Documents() + "Kelvaris_9"));
   kv::test::RemoveTree(Documents() + "Kelvaris_9");
   WriteBytes(Documents() + "Kelvaris_9", "in the way");
-  GuardedBuffer blocked;
+  PathBuffer blocked;
   EXPECT_FALSE(resolver.GetWritableDir(blocked.Get(), 260));
   EXPECT_EQ(blocked.Text(), Writable());
 }
 
 TEST_F(FolderDiscovery, StepsThatAreNotOfferedWriteNothing) {
   OpenResolver resolver;
-  GuardedBuffer out;
+  PathBuffer out;
   EXPECT_FALSE(resolver.GetWorkDir2(out.Get(), 260));
   EXPECT_TRUE(out.IsUntouched());
   EXPECT_FALSE(resolver.IsSearchFileInCD("media:fileutils.ini"));

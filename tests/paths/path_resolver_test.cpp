@@ -12,9 +12,9 @@ namespace {
 
 using kv::test::Answer;
 using kv::test::CreateFolders;
-using kv::test::GuardedBuffer;
 using kv::test::kNone;
 using kv::test::OpenResolver;
+using kv::test::PathBuffer;
 using kv::test::RemoveFile;
 using kv::test::WriteBytes;
 
@@ -77,7 +77,7 @@ TEST_F(PathResolver, ResolvesNoNullName) {
 
 TEST_F(PathResolver, TakesANullNameForAnEmptyOneInItsSteps) {
   OpenResolver steps;
-  GuardedBuffer out;
+  PathBuffer out;
   EXPECT_TRUE(steps.CheckLocalFiles(out.Get(), nullptr));
   EXPECT_EQ(out.Text(), "en:");
   EXPECT_FALSE(steps.CheckFeaturePackFile(out.Get(), nullptr));
@@ -280,7 +280,7 @@ TEST_F(PathResolver, CheckLocalFilesPutsTheLanguageInFront) {
         Case{"en", "", "en:"}, Case{"", "a.txt", ":a.txt"}, Case{"pt", "a.txt", "pt:a.txt"}}) {
     SCOPED_TRACE(std::string(row.language) + " " + row.name);
     KelvarisPath::SetLocaleFolder(row.language);
-    GuardedBuffer out;
+    PathBuffer out;
     EXPECT_TRUE(open.CheckLocalFiles(out.Get(), row.name));
     EXPECT_EQ(out.Text(), row.variant);
     EXPECT_TRUE(out.GuardsHold());
@@ -291,7 +291,7 @@ TEST_F(PathResolver, CheckLocalFilesGivesNothingWhereItDoesNotFit) {
   OpenResolver open;
   for (const std::size_t length : {256U, 257U, 300U, 5000U}) {
     SCOPED_TRACE(length);
-    GuardedBuffer out;
+    PathBuffer out;
     const std::string name(length, 'n');
     EXPECT_TRUE(open.CheckLocalFiles(out.Get(), name.c_str()));
     EXPECT_EQ(out.Text(), length == 256 ? "en:" + name : "");

@@ -12,9 +12,9 @@ namespace {
 using kv::test::Answer;
 using kv::test::CreateFolders;
 using kv::test::FolderExists;
-using kv::test::GuardedBuffer;
 using kv::test::kNone;
 using kv::test::ListTree;
+using kv::test::PathBuffer;
 using kv::test::WriteBytes;
 
 using Texts = std::vector<std::string>;
@@ -101,11 +101,11 @@ TEST_P(PathsIn, AreFolders) {
 TEST_P(PathsIn, ArePlacesForUpdatedFiles) {
   Give(Work() + "catalogs\\" + Name() + ".bin");
   Give(Work() + "en\\media\\" + Name() + ".bin");
-  GuardedBuffer catalogue;
+  PathBuffer catalogue;
   EXPECT_TRUE(GetWorkPathForDBfiles(catalogue.Get(), ("catalogs:" + Name() + ".bin").c_str()));
   EXPECT_EQ(catalogue.Text(), Own() + "catalogs\\" + Name() + ".bin");
   EXPECT_TRUE(FolderExists(Own() + "catalogs"));
-  GuardedBuffer media;
+  PathBuffer media;
   EXPECT_TRUE(GetWorkPathForMediafiles(media.Get(), ("media:" + Name() + ".bin").c_str()));
   EXPECT_EQ(media.Text(), Own() + "en\\media\\" + Name() + ".bin");
   EXPECT_TRUE(FolderExists(Own() + "en\\media"));
@@ -145,7 +145,7 @@ TEST_F(MalformedPaths, ResolveNowhere) {
     EXPECT_EQ(Answer(resolver.CheckPath("a", (Work() + name).c_str())), kNone);
     EXPECT_EQ(Answer(resolver.GetWorkPath(name, true, true)), kNone);
     EXPECT_EQ(Answer(resolver.GetWorkPath(name, true, false)), kNone);
-    GuardedBuffer out;
+    PathBuffer out;
     EXPECT_FALSE(GetWorkPathForDBfiles(out.Get(), name));
     EXPECT_FALSE(GetWorkPathForMediafiles(out.Get(), name));
     EXPECT_TRUE(out.IsUntouched());

@@ -7,6 +7,7 @@
 
 #include <string>
 
+#include "tests/support/guarded_buffer.h"
 #include "tests/support/sandbox.h"
 #include "utils/paths/paths.h"
 
@@ -36,22 +37,10 @@ class OpenResolver : public KelvarisPath {
   using KelvarisPath::IsSearchFileInCD;
 };
 
-// A 260-byte buffer between guard bytes, all of it filled with '#'.
-class GuardedBuffer {
+// A path buffer between guard bytes.
+class PathBuffer : public GuardedBuffer<char> {
  public:
-  GuardedBuffer() { bytes_.assign(kGuard + kSize + kGuard, '#'); }
-  char* Get() { return bytes_.data() + kGuard; }
-  std::string Text() const { return bytes_.c_str() + kGuard; }
-  bool IsUntouched() const { return bytes_ == std::string(kGuard + kSize + kGuard, '#'); }
-  bool GuardsHold() const {
-    return bytes_.substr(0, kGuard) == std::string(kGuard, '#') &&
-           bytes_.substr(kGuard + kSize) == std::string(kGuard, '#');
-  }
-
- private:
-  static constexpr std::size_t kGuard = 64;
-  static constexpr std::size_t kSize = 260;
-  std::string bytes_;
+  PathBuffer() : GuardedBuffer(260) {}
 };
 
 }  // namespace kv::test

@@ -13,7 +13,7 @@
 
 #include "tests/platform/clipboard_fixture.h"
 #include "tests/support/import_patch.h"
-#include "tests/text/guarded_buffer.h"
+#include "tests/support/guarded_buffer.h"
 #include "utils/platform/platform.h"
 
 namespace {

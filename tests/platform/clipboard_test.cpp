@@ -9,7 +9,7 @@
 
 #include "tests/platform/clipboard_fixture.h"
 #include "tests/support/huge_text.h"
-#include "tests/text/guarded_buffer.h"
+#include "tests/support/guarded_buffer.h"
 #include "utils/platform/platform.h"
 
 namespace {

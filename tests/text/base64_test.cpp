@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "tests/text/guarded_buffer.h"
+#include "tests/support/guarded_buffer.h"
 #include "utils/text/text.h"
 
 namespace {

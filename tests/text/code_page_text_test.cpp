@@ -6,7 +6,7 @@
 #include <iterator>
 #include <string>
 
-#include "tests/text/guarded_buffer.h"
+#include "tests/support/guarded_buffer.h"
 #include "utils/text/text.h"
 
 namespace {

@@ -3,7 +3,7 @@
 #include <cctype>
 #include <string>
 
-#include "tests/text/guarded_buffer.h"
+#include "tests/support/guarded_buffer.h"
 #include "tests/text/scoped_locale.h"
 #include "utils/text/text.h"
 

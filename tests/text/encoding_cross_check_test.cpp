@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "tests/text/guarded_buffer.h"
+#include "tests/support/guarded_buffer.h"
 #include "utils/text/text.h"
 
 namespace {

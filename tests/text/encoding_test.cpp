@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "tests/text/guarded_buffer.h"
+#include "tests/support/guarded_buffer.h"
 #include "utils/text/text.h"
 
 namespace {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string>
 
-#include "tests/text/guarded_buffer.h"
+#include "tests/support/guarded_buffer.h"
 #include "utils/text/text.h"
 
 namespace {
