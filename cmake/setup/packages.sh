@@ -6,7 +6,8 @@ build_packages=(
   icu-devtools tzdata gawk gcc g++ patch xz-utils
   googletest
 )
-check_packages=(clang-format-14 clang-tidy-14)
+# Besides clang: a display, and a native program that uses its clipboard.
+check_packages=(clang-format-14 clang-tidy-14 xvfb xclip)
 
 missing_packages() {
   local package
