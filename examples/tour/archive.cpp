@@ -16,16 +16,21 @@ namespace {
 constexpr char kArchive[] = "download\\constellations.zip";
 constexpr char kUnpacked[] = "unpacked\\";
 
-// A line for each unpacked file, in the order of their paths.
+// A line for each unpacked file, in the order of their paths. How the program fared shows in the
+// files alone.
 std::vector<std::string> Lines(const std::string& folder) {
   FindFiles search(folder.c_str(), "<your folder>", "*.txt");
   search.Run(true);
   std::vector<std::string> lines;
   for (unsigned i = 0; i < search.GetNumberFiles(); ++i) {
     const std::string file = search.GetSourceFile(i);
+    std::string content;
+    if (!loadUTF8StringFromFile(content, file.c_str())) {
+      throw Failure("unzip.exe has made no text of " + file.substr(folder.size()) + " in " +
+                    kArchiveName);
+    }
     lines.push_back("  " + Padded(file.substr(folder.size()), 29) +
-                    FormatText("%4d bytes   ", MFile::GetLength(file.c_str())) +
-                    search.GetTargetFile(i) + "\n");
+                    FormatText("%4zu bytes   ", content.size()) + search.GetTargetFile(i) + "\n");
   }
   std::sort(lines.begin(), lines.end());
   return lines;

@@ -160,6 +160,22 @@ TEST_F(TourArchive, FailsWhenItIsDamaged) {
             "server:constellations.zip is not found");
 }
 
+TEST_F(TourArchive, FailsWhenOneOfItsFilesIsDamaged) {
+  const std::string archive = Work() + "server\\constellations.zip";
+  const std::string name = "fr/media/constellations.txt";
+  std::string bytes = ReadBytes(archive);
+  const std::size_t header = bytes.find("PK\3\4", bytes.find(name) - 30);
+  ASSERT_EQ(bytes.find(name), header + 30);
+  // The packed bytes stand behind the name and the extra field, whose size is at 28.
+  const auto extra = static_cast<unsigned char>(bytes[header + 28]);
+  bytes.replace(header + 30 + name.size() + extra, 8, 8, '\xFF');
+  WriteBytes(archive, bytes);
+  const tour::Workshop workshop;
+  EXPECT_EQ(FailureOf([&] { return UnpackIn(workshop); }),
+            "unzip.exe has made no text of fr\\media\\constellations.txt in "
+            "server:constellations.zip");
+}
+
 TEST_F(TourArchive, HasNoPlainPathToWhatIsNotThere) {
   EXPECT_EQ(tour::PlainPath("C:\\plain\\folder\\"), "C:\\plain\\folder\\");
   EXPECT_EQ(tour::PlainPath(Root() + "no such folder\\"), "");
