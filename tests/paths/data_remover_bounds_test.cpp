@@ -74,9 +74,11 @@ TEST_F(DataRemoverBounds, GoByWholeNames) {
 TEST_F(DataRemoverBounds, HoldWithoutAWritableFolder) {
   KelvarisPath::SetWritableFolder("");
   const std::string absolute = "base;" + Writable() + "a";
+  const std::string withPrefix = "base;\\\\?\\" + Root() + "outside";
   EXPECT_EQ(GoneAfter({"base;a", "all;a", "languages;a", "languages;.\\", "base;.\\", "base;.",
                        "base;1.txt", "base;a;delete;1.txt", "base;.\\;not_delete;none",
-                       "base;..\\outside", absolute.c_str(), "base", "all", "base;\\", "all;\\"}),
+                       "base;..\\outside", absolute.c_str(), withPrefix.c_str(), "base", "all",
+                       "base;\\", "all;\\"}),
             Texts{});
   EXPECT_EQ(GoneAfter([] { deleteDownloads(); }), Texts{});
   EXPECT_EQ(GoneAfter([] { deleteDataAfterError(); }), Texts{});

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>
@@ -9,6 +10,14 @@
 #include "tests/paths/held_file.h"
 
 namespace {
+
+static_assert(offsetof(KvRemoveFolderDesc, base) == 0);
+static_assert(offsetof(KvRemoveFolderDesc, languages) == 1);
+static_assert(offsetof(KvRemoveFolderDesc, folder) == 8);
+static_assert(offsetof(KvRemoveFolderDesc, deleteListed) == 8 + sizeof(std::string));
+static_assert(offsetof(KvRemoveFolderDesc, files) == 16 + sizeof(std::string));
+// Three keywords and two lists.
+static_assert(sizeof(KvFoldersRemover) == 3 * sizeof(void*) + 2 * sizeof(std::vector<std::string>));
 
 using kv::test::CreateFolders;
 using kv::test::DataRemover;

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <stdexcept>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "tests/paths/listing_stand_in.h"
@@ -20,6 +21,10 @@ using kv::test::TestDrive;
 using kv::test::WriteBytes;
 
 using Texts = std::vector<std::string>;
+
+// Four texts, the list, and two flags.
+static_assert(sizeof(FindFiles) == 4 * sizeof(std::string) + sizeof(Texts) + 8);
+static_assert(!std::is_polymorphic_v<FindFiles>);
 
 Texts SourcesInOrder(FindFiles& found) {
   Texts paths;
