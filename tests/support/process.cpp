@@ -42,8 +42,10 @@ class Capture {
     ::GetTempFileNameW(folder, L"kvt", 0, path);
     path_ = path;
     SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
-    handle_ = ::CreateFileW(path, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, &inherited,
-                            CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    // What the child starts may outlive it with this handle: the file goes with the last one.
+    handle_ =
+        ::CreateFileW(path, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                      &inherited, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
   }
   ~Capture() {
     Close();
