@@ -127,19 +127,27 @@ TEST_F(UniteFilesTest, RefusesAFileThatAnotherProcessHolds) {
   EXPECT_TRUE(UniteFiles("t.bin", "s.bin"));
 }
 
-// Somebody who reads and shares everything.
-TEST_F(UniteFilesTest, WantsTheTargetForItselfAndSharesTheSource) {
-  const auto openForReading = [](const wchar_t* path) {
-    return ::CreateFileW(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                         nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-  };
-  const HANDLE target = openForReading(L"t.bin");
-  EXPECT_FALSE(UniteFiles("t.bin", "s.bin"));
-  ::CloseHandle(target);
-  const HANDLE source = openForReading(L"s.bin");
-  EXPECT_TRUE(UniteFiles("t.bin", "s.bin"));
-  ::CloseHandle(source);
-  EXPECT_EQ(ReadBytes("t.bin"), "targetsource");
+// The others share everything.
+TEST_F(UniteFilesTest, WantsTheTargetForItselfAndSharesTheSourceWithReaders) {
+  const struct {
+    DWORD access;
+    bool sharesSource;
+  } rows[] = {{GENERIC_READ, true}, {GENERIC_WRITE, false}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.access);
+    WriteBytes("t.bin", "target");
+    const auto open = [&row](const wchar_t* path) {
+      return ::CreateFileW(path, row.access, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                           nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    };
+    const HANDLE target = open(L"t.bin");
+    EXPECT_FALSE(UniteFiles("t.bin", "s.bin"));
+    ::CloseHandle(target);
+    const HANDLE source = open(L"s.bin");
+    EXPECT_EQ(UniteFiles("t.bin", "s.bin"), row.sharesSource);
+    ::CloseHandle(source);
+    EXPECT_EQ(ReadBytes("t.bin"), row.sharesSource ? "targetsource" : "target");
+  }
 }
 
 TEST_P(UniteFilesIn, AppendsUnderAnyName) {
