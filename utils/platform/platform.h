@@ -125,12 +125,13 @@ KVUTILS_API void usleep(double microseconds);
 
 extern "C" {
 
-// Puts the text on the clipboard, as CF_UNICODETEXT. Malformed text leaves the clipboard as it is;
-// the result does not tell.
+// Puts the text on the clipboard, as CF_UNICODETEXT. A malformed text, or one of 2 GiB or more,
+// leaves the clipboard as it is; the result does not tell.
 KVUTILS_API int SendTextToClipboard(const char* text);
 
 // The text of the clipboard: returns the number of bytes that `buffer` must hold and, unless it is
-// null, fills it. 0, with nothing written, when the clipboard holds no text or malformed UTF-16.
+// null, fills it. 0, with nothing written, when the clipboard holds no text, malformed UTF-16, or
+// more than an int can count.
 // Callers rely on the conversion of the whole block of memory: the text ends at its first NUL, and
 // the number is at least its length and 2.
 //   std::string text(std::max(GetTextFromClipboard(nullptr), 1), '\0');
@@ -138,14 +139,15 @@ KVUTILS_API int SendTextToClipboard(const char* text);
 KVUTILS_API int GetTextFromClipboard(char* buffer);
 
 // Puts an HTML document on the clipboard, as the registered format "HTML Format": 97 bytes that
-// tell where the document and its fragment begin and end, the document, a NUL. Offsets count bytes
-// from the start of the block:
+// tell where the document and its fragment begin and end, the document, four zero bytes. Offsets
+// count bytes from the start of the block:
 //   StartHTML      the first "<!DOCTYPE html>"
 //   EndHTML        the end of the text
 //   StartFragment  behind the first ">" that follows the first "<body"
 //   EndFragment    the first "</body>"
-// Each has eight digits; a mark that the document lacks leaves zeros. `plainText`, unless null or
-// malformed, is put beside it as CF_UNICODETEXT.
+// Each has eight digits; a mark that the document lacks leaves zeros, and so does an offset that
+// eight digits cannot hold. `plainText`, unless null or malformed, is put beside it as
+// CF_UNICODETEXT.
 KVUTILS_API int SendHTMLToClipboard(const char* html, const char* plainText);
 
 // Not offered: -1.
