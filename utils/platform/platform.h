@@ -216,9 +216,9 @@ KVUTILS_API void releaseOSSpecificThreadObject();  // does nothing
 // running anything, when it cannot be started, for a null or malformed text and, without
 // `destFolder`, for an archive path without "\".
 //
-// Callers rely on how the folder is passed: `destFolder` with a "\" at its end, added if missing, so
-// that an empty one is the root of the current drive; or the archive's path before its last "\". Its
-// parent is created, and it itself too if it is given with its "\" or without any; the program
+// Callers rely on how the folder is passed: `destFolder` with a "\" at its end, added if missing,
+// so that an empty one is the root of the current drive; or the archive's path before its last "\".
+// Its parent is created, and it itself too if it is given with its "\" or without any; the program
 // creates the last level. Neither path is quoted: callers avoid blanks.
 //
 // The program is Info-ZIP's or behaves like it. Info-ZIP's asks on its console before it replaces a
