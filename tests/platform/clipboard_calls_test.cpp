@@ -12,8 +12,8 @@
 #include <vector>
 
 #include "tests/platform/clipboard_fixture.h"
-#include "tests/support/import_patch.h"
 #include "tests/support/guarded_buffer.h"
+#include "tests/support/import_patch.h"
 #include "utils/platform/platform.h"
 
 namespace {

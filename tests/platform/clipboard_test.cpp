@@ -8,8 +8,8 @@
 #include <string_view>
 
 #include "tests/platform/clipboard_fixture.h"
-#include "tests/support/huge_text.h"
 #include "tests/support/guarded_buffer.h"
+#include "tests/support/huge_text.h"
 #include "utils/platform/platform.h"
 
 namespace {
