@@ -39,7 +39,8 @@ TEST(FromDiacritic, KeepsAllOtherCharacters) {
   const std::wstring known =
       L"ËĒĘĚĔĖèéêëēęěĕėÀÁÂÃÄÅĀĄĂÆàáâãäåāąăæÌÍÎÏĪĨĬĮİìíîïīĩĭįÙÚÛÜŪŮŰŬŨŲùúûüūůűŭų"
       L"ÒÓÔÕÖØŌŐŎŒòóôõöøōőŏœÇĆČĈĊçćčĉß";
-  for (unsigned c = 1; c < 0xD800; ++c) {
+  for (unsigned c = 1; c <= 0xFFFF; ++c) {
+    if (c >= 0xD800 && c <= 0xDFFF) continue;  // halves of a character
     if (known.find(static_cast<wchar_t>(c)) != std::wstring::npos) continue;
     char text[16];
     int size = 15;

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <string>
 
 #include "tests/support/guarded_buffer.h"
@@ -59,6 +60,20 @@ TEST(Greek2Ascii, RefusesOtherNumbers) {
   EXPECT_FALSE(Greek2Ascii(out, nullptr));
   EXPECT_FALSE(Greek2Ascii(nullptr, "1"));
   EXPECT_STREQ(out, "xyz");
+}
+
+// What a number beyond 32 bits reads as is the run-time library's.
+TEST(Greek2Ascii, SharesTheOverflowOfAtoi) {
+  const char* letters[] = {"alf", "bet", "gam", "del", "eps", "zet"};
+  for (const char* huge : {"4294967296", "4294967301", "-4294967291", "8589934597", "4294967295",
+                           "9999999999", "99999999999999999999"}) {
+    SCOPED_TRACE(huge);
+    const int number = std::atoi(huge);
+    const bool isLetter = number >= 0 && number <= 5;
+    char out[4] = "xyz";
+    EXPECT_EQ(Greek2Ascii(out, huge), isLetter);
+    EXPECT_STREQ(out, isLetter ? letters[number] : "xyz");
+  }
 }
 
 TEST(ConvertStringWithGreek, ReplacesMarkers) {

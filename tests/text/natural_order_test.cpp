@@ -191,6 +191,9 @@ TEST(SortAsterNameWithNumber, GoesByTheLeadingNumbers) {
       {"12abc", "12", 0},
       {"2.9", "2.1", 0},
       {"2147483647", "2147483646", 1},
+      // The difference is beyond int.
+      {"2147483647", "-2", 1},
+      {"-2147483648", "1", -1},
   };
   CheckPairs(rows, SortAsterNameWithNumber);
 }

@@ -14,8 +14,7 @@ inline constexpr std::size_t kScannedSize = 8;  // room for the widest value, a 
 // Reads tokens with one scan format: "%d", "%u", "%li", "%f", "%lf", or another single conversion
 // of an integer or a real number of at most eight bytes. Plain decimal tokens are converted
 // directly and are correctly rounded; signs, prefixes, surplus characters, overflow and everything
-// else odd is left to sscanf, whose answer counts. Expects the numeric locale "C"
-// (ScopedCNumericLocale).
+// else odd is left to sscanf, whose answer counts. The decimal point is "." in every locale.
 class NumberScanner {
  public:
   // A null format, and any that could write elsewhere than into one number, reads nothing.

@@ -29,7 +29,7 @@ int WrappedDifference(int a, int b) {
   return static_cast<int>(static_cast<unsigned>(a) - static_cast<unsigned>(b));
 }
 
-// A name without its parentheses; the name itself when it has none.
+// A name without its parentheses. Sorting asks often, so a name that has none is not copied.
 class WithoutParentheses {
  public:
   explicit WithoutParentheses(const char* name) : text_(name) {

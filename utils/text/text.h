@@ -241,7 +241,7 @@ KVUTILS_API void SetSpecialCompareFunctionId(int id);
 KVUTILS_API int CompareStringWithNumber(const char* a, const char* b);
 
 // CompareStrings without stringSort on the names without their parentheses: -1, 0, 1, or -3 when
-// the system's comparison fails. "(2) Name" and "2 Name" are equal.
+// the system's comparison fails or a text is null. "(2) Name" and "2 Name" are equal.
 KVUTILS_API int CompareAsterNameWithNumber(const char* a, const char* b);
 
 // 1, 0 or -1 by the decimal integers at the beginning of the names without their parentheses,
@@ -252,9 +252,10 @@ KVUTILS_API int SortAsterNameWithNumber(const char* a, const char* b);
 // ---- Greek letters and diacritics --------------------------------------------------------------
 
 // The abbreviation of a Greek letter, two or three lower-case letters, by its place in the alphabet
-// from 0, the decimal number that `number` begins with (0 when it begins with none): "0" gives
-// "alf", "11" "mu", "23" "ome". `out` holds 4 bytes, NUL included. False, with out untouched, for
-// a number outside 0 to 24 and for null pointers. Callers rely on it: 24 is an empty text and true.
+// from 0: "0" gives "alf", "11" "mu", "23" "ome". The number is read as atoi reads it, leading
+// white space, a sign and what atoi makes of an overflow included; a text without one gives 0.
+// `out` holds 4 bytes, NUL included. False, with out untouched, for a number outside 0 to 24 and
+// for null pointers. Callers rely on it: 24 is an empty text and true.
 KVUTILS_API bool Greek2Ascii(char* out, const char* number);
 
 // The text with each marker, "###" and the three characters after it, replaced by the abbreviation
