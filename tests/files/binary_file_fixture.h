@@ -34,15 +34,15 @@ inline std::string ReadAll(MFile& file) {
   return bytes;
 }
 
-// Runs an action that raises and returns what it prints and carries.
+// Runs an action that raises with `code` and returns what it prints and carries.
 template <typename Action>
-std::string Raised(Action action) {
+std::string Raised(Action action, unsigned code = 2) {
   testing::internal::CaptureStdout();
   std::string text = "nothing raised";
   try {
     action();
   } catch (const MException& error) {
-    EXPECT_EQ(error.GetCode(), 2u);
+    EXPECT_EQ(error.GetCode(), code);
     text = error.GetMessage();
   }
   const std::string printed = testing::internal::GetCapturedStdout();

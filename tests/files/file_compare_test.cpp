@@ -1,4 +1,5 @@
 // FileCompare: two files, byte for byte.
+#include <new>
 #include <string>
 
 #include "tests/files/binary_file_fixture.h"
@@ -178,10 +179,23 @@ TEST_F(FileCompareTest, RaisesWhenTheSystemRefusesToRead) {
   EXPECT_TRUE(IsFree("b.bin"));
 }
 
+int g_allocations = 0;
+
+void* RefuseTheSecond(std::size_t size, const std::nothrow_t&) {
+  return ++g_allocations == 2 ? nullptr : ::operator new[](size, std::nothrow);
+}
+
 TEST_F(FileCompareTest, NeverCallsFilesIdenticalWhenMemoryIsShort) {
   WriteBytes("a.bin", "abc");
-  const ImportPatch patch(kv::test::kNewArrayOrNull, kv::test::RefuseMemory);
-  EXPECT_EQ(FileCompare("a.bin", "a.bin"), 1);
+  {
+    const ImportPatch patch(kv::test::kNewArrayOrNull, kv::test::RefuseMemory);
+    EXPECT_EQ(FileCompare("a.bin", "a.bin"), 1);
+  }
+  {
+    const ImportPatch patch(kv::test::kNewArrayOrNull, RefuseTheSecond);
+    EXPECT_EQ(FileCompare("a.bin", "a.bin"), -1);
+  }
+  EXPECT_TRUE(IsFree("a.bin"));
 }
 
 // Both files are cut to as many bytes as the row says.

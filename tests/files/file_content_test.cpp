@@ -1,6 +1,7 @@
 // GetKvFileContent: the bytes of a file that a data name resolves to.
 #include <cstring>
 #include <memory>
+#include <new>
 #include <optional>
 #include <string>
 
@@ -172,6 +173,36 @@ TEST_F(FileContent, RaisesWhenTheSystemRefusesToRead) {
   EXPECT_EQ(Raised([] { GetKvFileContent("a.txt"); }),
             "MFile::Read - reading error in file " + Work() + "a.txt\n");
   EXPECT_TRUE(kv::test::IsFree("a.txt"));
+}
+
+TEST_F(FileContent, RaisesWhenTheFoldersCannotBeTold) {
+  WriteBytes("a.txt", "abc");
+  {
+    const ImportPatch patch("GetCurrentDirectoryW", kv::test::TellNoFolder);
+    EXPECT_EQ(Raised([] { GetKvFileContent("a.txt"); }, 0), "KelvarisPath::GetCDPath return false");
+  }
+  EXPECT_EQ(Text("a.txt"), "abc");
+}
+
+std::size_t g_allocated = 0;
+
+void* NoteAllocation(std::size_t size, const std::nothrow_t&) {
+  g_allocated = size;
+  return ::operator new[](size, std::nothrow);
+}
+
+TEST_F(FileContent, HasRoomForTheBytesAndTheZeroByte) {
+  const struct {
+    const char* bytes;
+    std::size_t allocated;
+  } rows[] = {{"", 1}, {"a", 2}, {"0123456789ABCDEF", 17}};
+  const ImportPatch patch(kv::test::kNewArrayOrNull, NoteAllocation);
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.bytes);
+    WriteBytes("a.txt", row.bytes);
+    EXPECT_EQ(Text("a.txt"), row.bytes);
+    EXPECT_EQ(g_allocated, row.allocated);
+  }
 }
 
 TEST_F(FileContent, OfAFileThatIsCutMeanwhileIsZeroBehindWhatArrived) {

@@ -7,6 +7,8 @@
 #include <ctime>
 #include <string>
 
+#include "tests/files/binary_file_fixture.h"
+#include "tests/support/failing_system.h"
 #include "tests/support/held_file.h"
 #include "tests/support/import_patch.h"
 #include "tests/support/sandbox.h"
@@ -154,7 +156,8 @@ TEST_F(FileDate, IsToldOfFoldersHeldFilesAndLargeFiles) {
     EXPECT_EQ(DateOf("held.bin"), "5.3.2024");
   }
   CreateFolders("media");
-  EXPECT_NE(DateOf("media"), "untouched");
+  SetTimes("media", 0, kMarch2024, 0);
+  EXPECT_EQ(DateOf("media"), "5.3.2024");
 }
 
 TEST_F(FileDate, StaysUntouchedForWhatResolvesNowhere) {
@@ -184,16 +187,46 @@ TEST_F(FileDate, OfAFileThatHasVanishedIsTheFirstSecondOf1970) {
   EXPECT_EQ(DateOf("a.txt"), "untouched");
 }
 
-int ChangedBefore1970(const wchar_t*, struct _stat64* status) {
+long long g_lastChange = 0;  // seconds since 1970, UTC
+
+int TellLastChange(const wchar_t*, struct _stat64* status) {
   *status = {};
-  status->st_mtime = -1;
+  status->st_mtime = g_lastChange;
   return 0;
 }
 
-TEST_F(FileDate, StaysUntouchedForAChangeBefore1970) {
+TEST_F(FileDate, StaysUntouchedForAChangeBefore1970AndAfterTheYear3000) {
+  const struct {
+    long long lastChange;
+    const char* date;
+  } rows[] = {
+      {-1, "untouched"},
+      {0, "1.1.1970"},
+      {32'503'680'000, "1.1.3000"},
+      {32'535'129'600, "31.12.3000"},
+      {32'535'302'400, "untouched"},  // 2 January 3001
+      {9'000'000'000'000'000'000, "untouched"},
+  };
   WriteBytes("a.txt", "abc");
-  const ImportPatch patch("_wstat64", ChangedBefore1970);
-  EXPECT_EQ(DateOf("a.txt"), "untouched");
+  const ImportPatch patch("_wstat64", TellLastChange);
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.lastChange);
+    g_lastChange = row.lastChange;
+    EXPECT_EQ(DateOf("a.txt"), row.date);
+  }
+}
+
+TEST_F(FileDate, RaisesWhenTheFoldersCannotBeTold) {
+  WriteBytes("a.txt", "abc");
+  SetTimes("a.txt", 0, kMarch2024, 0);
+  short date[3] = {-7, -7, -7};
+  {
+    const ImportPatch patch("GetCurrentDirectoryW", kv::test::TellNoFolder);
+    EXPECT_EQ(kv::test::Raised([&date] { GetFileDate(date, "a.txt"); }, 0),
+              "KelvarisPath::GetCDPath return false");
+  }
+  EXPECT_TRUE(date[0] == -7 && date[1] == -7 && date[2] == -7);
+  EXPECT_EQ(DateOf("a.txt"), "5.3.2024");
 }
 
 }  // namespace

@@ -108,6 +108,7 @@ constexpr const char* kUnknownModes[] = {
     "r, ccs=utf8",
     "r, ccs=UTF-16",
     "r, ccs=UTF-8b",
+    "r, ccs=UTF\r8",  // as far from "-" as a capital letter from a small one
     "r, ccs=UTF-",
     "r, ccs:UTF-8",
     "r, CCS=UTF-8",

@@ -3,9 +3,9 @@
 #include <string>
 #include <vector>
 
+#include "tests/files/binary_file_fixture.h"
+#include "tests/support/failing_system.h"
 #include "tests/support/held_file.h"
-#include "tests/support/sandbox.h"
-#include "utils/files/files.h"
 
 namespace {
 
@@ -177,6 +177,18 @@ TEST_F(TabColumn, IsFalseWhileAnotherProcessHoldsTheFile) {
   EXPECT_EQ(out, Column{"before"});
   EXPECT_TRUE(ReadTabSeparatedColumn(out, "t.txt", 0));
   EXPECT_TRUE(kv::test::IsFree("t.txt"));
+}
+
+TEST_F(TabColumn, RaisesWhenTheFoldersCannotBeTold) {
+  WriteBytes("t.txt", "a\tb\n");
+  Column out = {"before"};
+  {
+    const kv::test::ImportPatch patch("GetCurrentDirectoryW", kv::test::TellNoFolder);
+    EXPECT_EQ(kv::test::Raised([&out] { ReadTabSeparatedColumn(out, "t.txt", 1); }, 0),
+              "KelvarisPath::GetCDPath return false");
+  }
+  EXPECT_EQ(out, Column{"before"});
+  EXPECT_EQ(Read("a\tb\n", 1), Column{"b"});
 }
 
 }  // namespace

@@ -114,6 +114,13 @@ TEST_F(UniteFilesTest, TakesTheReadOnlyAttributeFromTheTargetAlone) {
   EXPECT_TRUE(kv::test::IsReadOnly("s.bin"));
 }
 
+TEST_F(UniteFilesTest, TakesTheReadOnlyAttributeFromTheTargetOfARefusedSource) {
+  kv::test::SetReadOnly("t.bin", true);
+  EXPECT_FALSE(UniteFiles("t.bin", "missing.bin"));
+  EXPECT_EQ(ReadBytes("t.bin"), "target");
+  EXPECT_FALSE(kv::test::IsReadOnly("t.bin"));
+}
+
 TEST_F(UniteFilesTest, RefusesAFileThatAnotherProcessHolds) {
   {
     const HeldFile held("t.bin");
@@ -204,6 +211,14 @@ DWORD WINAPI RefuseToSeek(HANDLE, LONG, LONG*, DWORD) {
 TEST_F(UniteFilesTest, WritesNothingWhenTheEndCannotBeReached) {
   const ImportPatch patch("SetFilePointer", RefuseToSeek);
   EXPECT_FALSE(UniteFiles("t.bin", "s.bin"));
+  EXPECT_EQ(ReadBytes("t.bin"), "target");
+}
+
+TEST_F(UniteFilesTest, WritesNothingForAnEmptySource) {
+  WriteBytes("s.bin", "");
+  const ImportPatch seekPatch("SetFilePointer", RefuseToSeek);
+  const ImportPatch writePatch("WriteFile", kv::test::RefuseToWrite);
+  EXPECT_TRUE(UniteFiles("t.bin", "s.bin"));
   EXPECT_EQ(ReadBytes("t.bin"), "target");
 }
 

@@ -27,6 +27,13 @@ inline BOOL WINAPI RefuseToWrite(HANDLE, const void*, DWORD, DWORD*, OVERLAPPED*
 inline void* RefuseMemory(std::size_t, const std::nothrow_t&) { return nullptr; }
 inline constexpr char kNewArrayOrNull[] = "_ZnayRKSt9nothrow_t";
 
+// In the place of operator new: throws always.
+[[noreturn]] inline void* ThrowForMemory(std::size_t) { throw std::bad_alloc(); }
+inline constexpr char kNew[] = "_Znwy";
+
+// In the place of GetCurrentDirectoryW: tells nothing.
+inline DWORD WINAPI TellNoFolder(DWORD, wchar_t*) { return 0; }
+
 // Lets each read of the library take a number of bytes at most, as if the file had been cut
 // meanwhile, and counts the reads. One at a time.
 class LimitedReads {

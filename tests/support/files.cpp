@@ -20,7 +20,7 @@ class File {
  public:
   File(const std::string& path, DWORD access, DWORD disposition)
       : handle_(::CreateFileW(Widen(path).c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                              nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr)) {
+                              nullptr, disposition, FILE_FLAG_BACKUP_SEMANTICS, nullptr)) {
     if (handle_ == INVALID_HANDLE_VALUE) Fail("CreateFileW", path);
   }
   ~File() { ::CloseHandle(handle_); }

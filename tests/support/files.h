@@ -20,7 +20,7 @@ bool FileExists(const std::string& path);
 bool FolderExists(const std::string& path);
 void RemoveFile(const std::string& path);
 void RemoveTree(const std::string& path);  // read-only entries included; a missing folder is fine
-// Seconds since 1970 (UTC), and 100 ns ticks beyond them.
+// Of a file or folder: seconds since 1970 (UTC), and 100 ns ticks beyond them.
 void SetTimes(const std::string& path, long long lastAccess, long long lastWrite, int ticks);
 void MakeSparse(const std::string& path, long long size);  // a file of zeros that takes no room
 void SetReadOnly(const std::string& path, bool readOnly);

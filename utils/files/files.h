@@ -295,8 +295,10 @@ class KVUTILS_API MTextFile {
 // thread as that does; a path is taken as it is. A file is read whole, in one piece. One whose
 // length reads as negative (MFile::GetLength; from 2 GiB on) counts as unreadable, as does one that
 // memory is short for; one that is cut while it is read is as long as what arrived. What MFile
-// throws, on a read or write that the system refuses, passes through; every other failure is a
-// result.
+// throws, on a read or write that the system refuses, passes through, and so does what the
+// constructor of KelvarisPath throws (MException, code 0) where a data name is given and the
+// folders of the process cannot be told. Nothing but std::bad_alloc is thrown besides; every other
+// failure is a result.
 
 // The standard streams of a UTF-8 path: _wfopen and _wfsopen on path and mode, both UTF-8. The
 // caller closes the stream with fclose. Null when the system refuses, and for a mode or a share
@@ -318,9 +320,10 @@ KVUTILS_API char* GetKvFileContent(const char* name);
 KVUTILS_API bool loadUTF8StringFromFile(std::string& out, const char* path);
 
 // Appends the content of the file `source` to the existing file `target`, which nobody else may
-// have open. False, with the target unchanged, when either cannot be opened, as when both are the
-// same file, and when the end of the target cannot be reached; true for an empty source, which
-// changes nothing. How much was written is not checked.
+// have open. False, with the content of the target unchanged, when either cannot be opened, as when
+// both are the same file, and when the end of the target cannot be reached; true, without writing,
+// for an empty source. How much was written is not checked. A read-only target has lost that
+// attribute when it was opened, whatever the result (MFile::Open).
 KVUTILS_API bool UniteFiles(const char* target, const char* source);
 
 // 0 when the two files hold the same bytes. Otherwise the difference of their lengths as a 32-bit
@@ -330,9 +333,9 @@ KVUTILS_API int FileCompare(const char* first, const char* second);
 
 // The local date of the last change of the file or folder that the data name resolves to: day (1 to
 // 31), month (1 to 12) and full year in the three elements of `date`. False, with `date` untouched,
-// when the name resolves nowhere and for a change before 1970. Callers rely on it: that the system
-// tells the date is not checked, so a remembered path whose file is gone gives the local date of
-// the first second of 1970 (UTC).
+// when the name resolves nowhere and for a change before 1970 or after the year 3000. Callers rely
+// on it: that the system tells the date is not checked, so a remembered path whose file is gone
+// gives the local date of the first second of 1970 (UTC).
 KVUTILS_API bool GetFileDate(short* date, const char* name);
 
 // Appends to `out` the field number `column`, from 0, of each line of the tab-separated table that

@@ -88,20 +88,22 @@ bool IsKnownShareFlag(int shareFlag) {
          std::end(kShareFlags);
 }
 
-}  // namespace
-
-FILE* mm_fopen(const char* path, const char* mode) {
+// What `open` makes of path and mode in the system's form; null for those that it must not see.
+template <typename Open>
+FILE* OpenStream(const char* path, const char* mode, Open open) {
   const WidePath widePath(path);
   const WidePath wideMode(mode);  // a mode is converted as a path is
   if (widePath.IsEmpty() || !IsKnownMode(wideMode.View())) return nullptr;
-  return ::_wfopen(widePath.Get(), wideMode.Get());
+  return open(widePath.Get(), wideMode.Get());
 }
 
+}  // namespace
+
+FILE* mm_fopen(const char* path, const char* mode) { return OpenStream(path, mode, ::_wfopen); }
+
 FILE* mm_fsopen(const char* path, const char* mode, int shareFlag) {
-  const WidePath widePath(path);
-  const WidePath wideMode(mode);
-  if (widePath.IsEmpty() || !IsKnownMode(wideMode.View()) || !IsKnownShareFlag(shareFlag)) {
-    return nullptr;
-  }
-  return ::_wfsopen(widePath.Get(), wideMode.Get(), shareFlag);
+  if (!IsKnownShareFlag(shareFlag)) return nullptr;
+  return OpenStream(path, mode, [shareFlag](const wchar_t* widePath, const wchar_t* wideMode) {
+    return ::_wfsopen(widePath, wideMode, shareFlag);
+  });
 }
