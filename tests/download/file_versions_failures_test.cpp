@@ -7,6 +7,7 @@
 #include "tests/support/process.h"
 #include "utils/download/download.h"
 #include "utils/files/files.h"
+#include "utils/paths/paths.h"
 
 namespace {
 
@@ -143,6 +144,25 @@ TEST_F(FileVersionsFailures, ARefusedReadRaisesAndChangesNothing) {
   RemoveFile("a.txt");  // which nobody has open
   WriteBytes("a.txt", "abc");
   EXPECT_TRUE(versions.IsNew("a.txt", true));
+}
+
+// As when the host has the folders discovered again.
+TEST_F(FileVersionsFailures, ADataNameAloneNeedsTheFolders) {
+  WriteBytes("a.txt", "abc");
+  CheckFileVersion versions;
+  KelvarisPath::ms_IsInit = false;
+  {
+    const ImportPatch patch("GetCurrentDirectoryW", kv::test::TellNoFolder);
+    try {
+      versions.IsNew("a.txt", false);
+      FAIL() << "nothing raised";
+    } catch (const MException& error) {
+      EXPECT_EQ(error.GetCode(), 0U);
+      EXPECT_STREQ(error.GetMessageA(), "KelvarisPath::GetCDPath return false");
+    }
+    EXPECT_TRUE(versions.IsNew("a.txt", true));
+  }
+  EXPECT_FALSE(versions.IsNew("a.txt", false));
 }
 
 TEST_F(FileVersionsFailures, AFileThatIsCutWhileItIsReadHasTheBytesThatArrived) {

@@ -1,6 +1,8 @@
 // The registry file when it cannot be found, opened, read or written.
+#include <new>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tests/download/registry_fixture.h"
@@ -28,11 +30,11 @@ using kv::test::WriteBytes;
 class RegistryFailures : public kv::test::RegistrySandbox {};
 
 template <typename Action>
-std::string Raised(Action action) {
+std::string Raised(Action action, unsigned code = 2) {
   try {
     action();
   } catch (const MException& error) {
-    EXPECT_EQ(error.GetCode(), 2U);
+    EXPECT_EQ(error.GetCode(), code);
     return error.GetMessageA();
   }
   return "nothing raised";
@@ -114,6 +116,38 @@ TEST_F(RegistryFailures, AFileHeldByAnotherProcessIsNeitherReadNorWrittenNorDele
   EXPECT_EQ(SavedHex(), "A7FF3607 01000000") << "the entry of the held file was never read";
 }
 
+TEST_F(RegistryFailures, AReadOnlyFileIsWrittenButNotDeleted) {
+  WriteBytes(Saved(), FromHex("887A693F 02000000"));
+  kv::test::SetReadOnly(Saved(), true);
+  CheckFileVersion versions;
+  versions.DeleteData();
+  EXPECT_NO_THROW(versions.WriteData());
+  EXPECT_EQ(SavedHex(), "887A693F 02000000");
+  EXPECT_TRUE(kv::test::IsReadOnly(Saved()));
+  versions.AddFile("a.txt", 1);
+  versions.WriteData();
+  EXPECT_EQ(SavedHex(), "A7FF3607 01000000");
+  versions.DeleteData();
+  versions.WriteData();
+  EXPECT_EQ(SavedHex(), kNoFile) << "the attribute went with the writing";
+}
+
+HANDLE WINAPI RefuseToOpen(LPCWSTR, DWORD, DWORD, LPSECURITY_ATTRIBUTES, DWORD, DWORD, HANDLE) {
+  ::SetLastError(ERROR_DISK_FULL);
+  return INVALID_HANDLE_VALUE;
+}
+
+TEST_F(RegistryFailures, TheFolderOfAFileThatCannotBeOpenedIsMade) {
+  CheckFileVersion versions;
+  versions.AddFile("a.txt", 1);
+  {
+    const ImportPatch patch("CreateFileW", RefuseToOpen);
+    EXPECT_NO_THROW(versions.WriteData());
+  }
+  EXPECT_TRUE(FolderExists(Writable() + "download"));
+  EXPECT_FALSE(FileExists(Saved()));
+}
+
 TEST_F(RegistryFailures, AFolderInTheWayStays) {
   {
     CheckFileVersion versions;
@@ -162,6 +196,34 @@ TEST_F(RegistryFailures, ARefusedWriteRaisesWhenAskedForAndIsSilentAtTheEnd) {
     EXPECT_EQ(HexOfFile(other), "");
   }
   EXPECT_EQ(SavedHex(), "A7FF3607 01000000") << "the entries outlive the failure";
+}
+
+TEST_F(RegistryFailures, FoldersThatCannotBeToldRaiseButAtTheEnd) {
+  constexpr char kText[] = "KelvarisPath::GetCDPath return false";
+  {
+    const ImportPatch patch("GetCurrentDirectoryW", kv::test::TellNoFolder);
+    EXPECT_EQ(Raised([] { const CheckFileVersion versions; }, 0), kText);
+  }
+  std::optional<CheckFileVersion> versions(std::in_place);
+  versions->AddFile("a.txt", 1);
+  KelvarisPath::ms_IsInit = false;  // as when the host has the folders discovered again
+  {
+    const ImportPatch patch("GetCurrentDirectoryW", kv::test::TellNoFolder);
+    EXPECT_EQ(Raised([&] { versions->WriteData(); }, 0), kText);
+    versions.reset();
+  }
+  EXPECT_EQ(SavedHex(), kNoFile);
+}
+
+TEST_F(RegistryFailures, ShortMemoryIsSilentAtTheEnd) {
+  std::optional<CheckFileVersion> versions(std::in_place);
+  versions->AddFile("a.txt", 1);
+  {
+    const ImportPatch patch(kv::test::kNew, kv::test::ThrowForMemory);
+    EXPECT_THROW(versions->WriteData(), std::bad_alloc);
+    versions.reset();
+  }
+  EXPECT_EQ(SavedHex(), kNoFile);
 }
 
 TEST_F(RegistryFailures, AFileThatIsCutWhileItIsReadHasTheBytesThatArrived) {

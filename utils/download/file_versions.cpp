@@ -9,6 +9,7 @@
 #include <bit>
 #include <cstdint>
 #include <cstring>
+#include <optional>
 #include <vector>
 
 namespace {
@@ -65,8 +66,8 @@ CheckFileVersion::~CheckFileVersion() {
 }
 
 bool CheckFileVersion::IsNew(const char* name, bool isPath) {
-  KelvarisPath resolver;
-  const char* path = isPath ? name : resolver.GetPath(name);
+  std::optional<KelvarisPath> resolver;  // owns the path that it answers with
+  const char* path = isPath ? name : resolver.emplace().GetPath(name);
   if (path == nullptr) return false;
   const auto content = kv::internal::ReadContent(path);
   if (!content) return false;
