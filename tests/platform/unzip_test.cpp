@@ -162,6 +162,8 @@ TEST_F(Unzip, RunsCommandLinesUpToTheSystemsLimit) {
   }
   EXPECT_FALSE(UnzipFile(("C:\\" + std::string(16'500, 'z') + "\\pack.zip").c_str(), nullptr));
   EXPECT_FALSE(UnzipFile("C:\\dl\\pack.zip", std::string(40'000, 'z').c_str()));
+  EXPECT_FALSE(UnzipFile(longest.c_str(), "made\\inner\\"));
+  EXPECT_TRUE(FolderExists(Work() + "made\\inner"));
   EXPECT_TRUE(TakeRecord().empty());
 }
 

@@ -213,13 +213,14 @@ KVUTILS_API void releaseOSSpecificThreadObject();  // does nothing
 // running "unzip.exe -q -u -d FOLDER ARCHIVE", which the system looks for in the host's folder, the
 // current folder, the system's folders and the search path. Waits for its end, however long that
 // takes. True when the program has run: whether it succeeded is not examined. False, without
-// running anything, when it cannot be started, for a null or malformed text and, without
-// `destFolder`, for an archive path without "\".
+// running anything, when it cannot be started, for a null or malformed text, for a command line
+// over 32,766 UTF-16 units and, without `destFolder`, for an archive path without "\".
 //
 // Callers rely on how the folder is passed: `destFolder` with a "\" at its end, added if missing,
 // so that an empty one is the root of the current drive; or the archive's path before its last "\".
-// Its parent is created, and it itself too if it is given with its "\" or without any; the program
-// creates the last level. Neither path is quoted: callers avoid blanks.
+// Its parent is created, and it itself too if it is given with its "\" or without any, even when
+// the program then cannot be started; the program creates the last level. Neither path is quoted:
+// callers avoid blanks.
 //
 // The program is Info-ZIP's or behaves like it. Info-ZIP's asks on its console before it replaces a
 // file, unless the environment variable UNZIPOPT holds -o, and nobody sees the question; and it

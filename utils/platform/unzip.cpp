@@ -5,6 +5,7 @@
 #include "utils/paths/paths.h"
 
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace {
@@ -30,13 +31,14 @@ std::optional<std::string> Destination(std::string_view archivePath, const char*
 
 // Runs a program without a window, in the caller's folder and environment, and waits for its end.
 // False when it does not start.
-bool RunToItsEnd(std::wstring commandLine) {
+bool RunToItsEnd(std::wstring_view commandLine) {
   if (commandLine.size() >= kCommandLineCapacity) return false;
+  std::wstring writable(commandLine);  // the system may write into it
   STARTUPINFOW startup = {};
   startup.cb = sizeof startup;
   PROCESS_INFORMATION started = {};
-  if (::CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW,
-                       nullptr, nullptr, &startup, &started) == FALSE) {
+  if (::CreateProcessW(nullptr, writable.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr,
+                       nullptr, &startup, &started) == FALSE) {
     return false;
   }
   const UniqueKernelHandle process(started.hProcess);
@@ -60,5 +62,5 @@ bool UnzipFile(const char* archivePath, const char* destFolder) {
   // Callers rely on the folder being made ready as it is given: without a "\" at its end it is the
   // program that creates its last level.
   if (destFolder != nullptr) CheckFileFolder(destFolder);
-  return RunToItsEnd(std::wstring(commandLine.View()));
+  return RunToItsEnd(commandLine.View());
 }
