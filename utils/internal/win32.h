@@ -64,6 +64,14 @@ struct KernelHandleTraits {
 };
 using UniqueKernelHandle = UniqueResource<KernelHandleTraits>;
 
+// Open files and folders.
+struct FileHandleTraits {
+  using Handle = HANDLE;
+  static Handle Invalid() { return INVALID_HANDLE_VALUE; }
+  static void Close(Handle handle) { ::CloseHandle(handle); }
+};
+using UniqueFileHandle = UniqueResource<FileHandleTraits>;
+
 // Listings of folders.
 struct FindHandleTraits {
   using Handle = HANDLE;

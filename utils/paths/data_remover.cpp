@@ -59,12 +59,31 @@ std::wstring FullFolder(const char* path) {
   return full + L'\\';
 }
 
+// Whether one of the folders of a full path, from the given place on, is a link.
+bool HoldsLink(std::wstring path, std::size_t from) {
+  for (std::size_t end = path.find(L'\\', from); end != std::wstring::npos;
+       end = path.find(L'\\', end + 1)) {
+    path[end] = L'\0';
+    const DWORD attributes = ::GetFileAttributesW(path.c_str());
+    path[end] = L'\\';
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) {
+      return true;
+    }
+  }
+  return false;
+}
+
+bool BeginsWith(const std::wstring& path, const std::wstring& folder) {
+  const int size = static_cast<int>(folder.size());
+  return path.size() >= folder.size() &&
+         ::CompareStringOrdinal(path.c_str(), size, folder.c_str(), size, TRUE) == CSTR_EQUAL;
+}
+
+// Whether a path lies at or below the writable folder, without a link on the way.
 bool IsInWritableFolder(const char* path) {
   const std::wstring folder = FullFolder(KelvarisPath::ms_WritablePath);
   const std::wstring inside = FullFolder(path);
-  const int size = static_cast<int>(folder.size());
-  return inside.size() >= folder.size() &&
-         ::CompareStringOrdinal(inside.c_str(), size, folder.c_str(), size, TRUE) == CSTR_EQUAL;
+  return BeginsWith(inside, folder) && !HoldsLink(inside, folder.size());
 }
 
 // True for what exists at or below the writable folder. An over-long path is empty here and names
@@ -80,6 +99,28 @@ PathText BaseFolder(std::string_view folder) {
 
 PathText LanguageFolder(std::string_view language, std::string_view folder) {
   return BaseFolder(language).Append("\\").Append(folder);
+}
+
+// A line of the language list may lead back to the writable folder itself, which is no language's.
+bool IsLanguage(std::string_view name) {
+  const std::wstring folder = FullFolder(KelvarisPath::ms_WritablePath);
+  return !BeginsWith(folder, FullFolder(BaseFolder(name).Get()));
+}
+
+// Calls apply(path) for each folder of a descriptor that may be removed, those of the languages
+// first.
+template <typename Apply>
+void ForEachFolder(const KvRemoveFolderDesc& desc, const std::vector<std::string>& languages,
+                   std::string_view folderOfLanguages, Apply apply) {
+  const auto applyIfRemovable = [&apply](const PathText& path) {
+    if (IsRemovable(path)) apply(path.Get());
+  };
+  if (desc.languages) {
+    for (const std::string& language : languages) {
+      if (IsLanguage(language)) applyIfRemovable(LanguageFolder(language, folderOfLanguages));
+    }
+  }
+  if (desc.base) applyIfRemovable(BaseFolder(desc.folder));
 }
 
 std::string_view BareName(std::string_view path) { return path.substr(path.rfind('\\') + 1); }
@@ -123,27 +164,15 @@ void KvFoldersRemover::Run() {
 }
 
 void KvFoldersRemover::DeleteFolder(const KvRemoveFolderDesc& desc) {
-  const auto remove = [](const PathText& path) {
-    if (IsRemovable(path)) ::DeleteFolder(path.Get());
-  };
-  if (desc.languages) {
-    const std::string_view folder = desc.folder == ".\\" ? "" : std::string_view(desc.folder);
-    for (const std::string& language : m_LanguageFolders) remove(LanguageFolder(language, folder));
-  }
-  if (desc.base) remove(BaseFolder(desc.folder));
+  const std::string_view folder = desc.folder == ".\\" ? "" : std::string_view(desc.folder);
+  ForEachFolder(desc, m_LanguageFolders, folder, [](const char* path) { ::DeleteFolder(path); });
 }
 
 // Callers rely on ".\" staying in the paths here.
 void KvFoldersRemover::DeleteFiles(const KvRemoveFolderDesc& desc) {
-  const auto clear = [this, &desc](const PathText& path) {
-    if (IsRemovable(path)) DeleteFilesInFolder(path.Get(), desc.deleteListed, desc.files);
-  };
-  if (desc.languages) {
-    for (const std::string& language : m_LanguageFolders) {
-      clear(LanguageFolder(language, desc.folder));
-    }
-  }
-  if (desc.base) clear(BaseFolder(desc.folder));
+  ForEachFolder(desc, m_LanguageFolders, desc.folder, [this, &desc](const char* path) {
+    DeleteFilesInFolder(path, desc.deleteListed, desc.files);
+  });
 }
 
 void KvFoldersRemover::DeleteFilesInFolder(const char* folderPath, bool deleteListed,
@@ -154,7 +183,7 @@ void KvFoldersRemover::DeleteFilesInFolder(const char* folderPath, bool deleteLi
   for (unsigned int i = 0; i < found.GetNumberFiles(); ++i) {
     const char* path = found.GetSourceFile(i);
     for (const std::string& name : names) {
-      // Callers rely on each name being asked in turn: with several, no file is spared.
+      // Callers rely on each name being asked in turn: with several that differ, no file is spared.
       const bool isNamed = CompareNoCaseStrings(name.c_str(), BareName(path).data()) == 0;
       if (isNamed == deleteListed) MFile::DeleteFileA(path);
     }

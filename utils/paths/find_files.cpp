@@ -3,9 +3,11 @@
 #include "utils/internal/fail_fast.h"
 #include "utils/internal/path_text.h"
 #include "utils/internal/wide_path.h"
+#include "utils/paths/folder_identity.h"
 #include "utils/paths/folder_listing.h"
 #include "utils/text/text.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <string_view>
 
@@ -14,6 +16,7 @@ namespace {
 using kv::internal::FailFast;
 using kv::internal::FatalError;
 using kv::internal::FolderListing;
+using kv::internal::IdentityOf;
 using kv::internal::kPathSize;
 using kv::internal::WidePath;
 
@@ -46,19 +49,27 @@ bool EqualButForCase(std::wstring_view a, std::wstring_view b) {
 }
 
 // A name of the file system as utf16_to_utf8 gives it. Callers rely on its form of characters
-// beyond the Basic Multilingual Plane, three bytes that name another file. Empty for a malformed
-// name.
+// beyond the Basic Multilingual Plane: they become the character with the low 16 bits of their
+// number, so the name is that of another file. Empty for a malformed name and for one whose form is
+// no name in its folder, because it holds a separator, a ":" or a NUL, or is "." or "..".
 class NarrowName {
  public:
   explicit NarrowName(std::wstring_view name) {
     int capacity = kMaxSize;
     const int size = utf16_to_utf8(text_, capacity, name.data(), static_cast<int>(name.size()));
-    if (size > 0) size_ = static_cast<std::size_t>(size);
+    if (size > 0 && IsName({text_, static_cast<std::size_t>(size)})) {
+      size_ = static_cast<std::size_t>(size);
+    }
   }
   [[nodiscard]] std::string_view View() const { return {text_, size_}; }
 
  private:
   static constexpr int kMaxSize = 3 * MAX_PATH;
+
+  static bool IsName(std::string_view text) {
+    constexpr std::string_view kNotInNames("\\/:\0", 4);
+    return text.find_first_of(kNotInNames) == std::string_view::npos && text != "." && text != "..";
+  }
 
   char text_[kMaxSize];
   std::size_t size_ = 0;
@@ -79,6 +90,7 @@ class Search {
   void Run(const std::string& folder) {
     const WidePath pattern(std::string(folder).append(kEveryFile).c_str());
     if (pattern.View().size() >= MAX_PATH) return;
+    searched_.push_back(&folder);
     for (FolderListing entry(pattern.Get()); entry.IsValid(); entry.Next()) {
       const bool isDots = entry.Name() == L"." || entry.Name() == L"..";
       if (isRecursive_ && entry.IsFolder() && !isDots) {
@@ -87,6 +99,7 @@ class Search {
         Add(folder, entry);
       }
     }
+    searched_.pop_back();
   }
 
  private:
@@ -99,7 +112,17 @@ class Search {
   void Descend(const std::string& folder, const FolderListing& entry) {
     const NarrowName name(entry.Name());
     if (name.View().size() >= kPathSize) FailFast(FatalError::kRangeCheck);
-    if (!name.View().empty()) Run(std::string(folder).append(name.View()).append("\\"));
+    if (name.View().empty()) return;
+    const std::string subfolder = std::string(folder).append(name.View()).append("\\");
+    if (!entry.IsLink() || !LeadsBack(subfolder)) Run(subfolder);
+  }
+
+  // Whether a link leads to a folder that is being searched: the search would go in circles.
+  [[nodiscard]] bool LeadsBack(const std::string& link) const {
+    const auto target = IdentityOf(WidePath(link.c_str()));
+    return std::any_of(searched_.begin(), searched_.end(), [&target](const std::string* folder) {
+      return IdentityOf(WidePath(folder->c_str())) == target;
+    });
   }
 
   void Add(const std::string& folder, const FolderListing& entry) {
@@ -114,6 +137,7 @@ class Search {
   bool acceptsAll_;
   bool isRecursive_;
   std::vector<std::string>& files_;
+  std::vector<const std::string*> searched_;  // from the first folder to the one being listed
 };
 
 const std::string& FileAt(const std::vector<std::string>& files, unsigned int index) {
@@ -131,7 +155,7 @@ FindFiles::FindFiles(const char* source, const char* mask)
 
 FindFiles::FindFiles(const char* source, const char* target, const char* mask)
     : FindFiles(source, mask) {
-  m_TargetFolder = AsFolder(target);
+  if (target != nullptr) m_TargetFolder = AsFolder(target);
 }
 
 FindFiles::FindFiles(const FindFiles& other) = default;

@@ -3,7 +3,10 @@
 #include "utils/internal/path_text.h"
 #include "utils/internal/wide_path.h"
 #include "utils/paths/folder_listing.h"
+#include "utils/text/text.h"
 
+#include <cstring>
+#include <cwchar>
 #include <string_view>
 
 namespace {
@@ -13,13 +16,22 @@ using kv::internal::kPathSize;
 using kv::internal::PathText;
 using kv::internal::WidePath;
 
+// How many names a full path begins with that together are one root, of a drive, a share, a volume
+// or a device. The empty name in front of "\\" counts.
+std::size_t NamesOfRoot(const std::vector<std::wstring>& names) {
+  if (names.empty() || !names[0].empty()) return 1;  // C:
+  const bool isVerbatim = names.size() > 2 && (names[1] == L"?" || names[1] == L".");
+  if (isVerbatim && ::_wcsicmp(names[2].c_str(), L"UNC") == 0) return 5;  // \\?\UNC\x\y
+  return 3;                                                               // \\x\y, \\?\C:
+}
+
 // True for a drive alone, which the system takes for the current folder of that drive, and for
 // every way to write a root.
 bool IsDriveOrRoot(const WidePath& path) {
   if (path.View().ends_with(L':')) return true;
-  const std::wstring full = kv::internal::FullPath(path);
-  const std::size_t lastName = full.find_last_not_of(L'\\');
-  return lastName == std::wstring::npos || full[lastName] == L':';
+  std::vector<std::wstring> names;
+  GetTokens(names, kv::internal::FullPath(path), '\\');
+  return names.size() <= NamesOfRoot(names);
 }
 
 void ShellDelete(std::wstring_view path) {
@@ -50,6 +62,8 @@ void DeleteFolder(const char* folder) {
 
 void DeleteFolder(const char* folder, const char* mask) {
   if (folder == nullptr || *folder == '\0' || mask == nullptr) return;
+  // A mask with a folder in it would find the names of one folder and delete them in another.
+  if (std::strpbrk(mask, "\\/:") != nullptr) return;
   const std::string_view separator = std::string_view(folder).ends_with('\\') ? "" : "\\";
   const PathText base = PathText().Append(folder).Append(separator);
   const WidePath widePattern(PathText(base).Append(mask).Get());

@@ -23,6 +23,7 @@ class FolderListing {
   // Of the current entry; the name is good until the next one.
   [[nodiscard]] std::wstring_view Name() const { return data_.cFileName; }
   [[nodiscard]] bool IsFolder() const { return Has(FILE_ATTRIBUTE_DIRECTORY); }
+  [[nodiscard]] bool IsLink() const { return Has(FILE_ATTRIBUTE_REPARSE_POINT); }
   [[nodiscard]] bool IsReadOnly() const { return Has(FILE_ATTRIBUTE_READONLY); }
   [[nodiscard]] unsigned long Attributes() const { return data_.dwFileAttributes; }
 

@@ -200,11 +200,13 @@ KVUTILS_API bool IsFolder(const char* path);
 // Names come from the system through utf16_to_utf8. Callers rely on the end of the process
 // (0xC0000409) when the path of a found file reaches 260 bytes, or the name of a subfolder to be
 // searched does: a list that lacks files would pass for the whole. A folder that cannot be listed
-// holds no files.
+// holds no files. Passed over are malformed names, names that would lead elsewhere in UTF-8, and
+// links to a folder that is being searched. An object belongs to one thread at a time.
 class KVUTILS_API FindFiles {
  public:
-  // Null counts as the empty text. A folder gets a "\" at its end unless it has one, so that an
-  // empty one is the root of the current drive; the target folder is empty when it is not given.
+  // A folder gets a "\" at its end unless it has one, so that an empty or null source is the root
+  // of the current drive, and "C:" that of drive C. The target folder is empty when it is null or
+  // not given. A null mask is the empty one.
   FindFiles(const char* source, const char* mask);
   FindFiles(const char* source, const char* target, const char* mask);
   FindFiles(const FindFiles& other);
@@ -237,7 +239,8 @@ class KVUTILS_API FindFiles {
 // Moves every file and subfolder of the folder whose full path holds "_new" to the path without the
 // first "_new", over a file that is there: stars_new.bin becomes stars.bin. What cannot be moved
 // stays, and the others go on. Callers rely on it: the "_new" counts in the names of the folders
-// too. A null or empty folder names nothing.
+// too, and on the end of the process for an over-long path, as in FindFiles. A null or empty folder
+// names nothing.
 KVUTILS_API void RenameUpdatedFiles(const char* folder);
 
 // The functions below go through the system's shell where a tree is concerned, and through its file
@@ -246,21 +249,24 @@ KVUTILS_API void RenameUpdatedFiles(const char* folder);
 
 // Deletes a folder, with or without a trailing "\", and all that is in it for good, without asking.
 // The shell may show its progress and its errors; it takes "*" and "?" in the last name for a
-// pattern and follows links as it sees fit. A drive and a root are left alone.
+// pattern and follows links as it sees fit. The root of a drive, share, volume or device is left
+// alone.
 KVUTILS_API void DeleteFolder(const char* folder);
 
 // Deletes the files of the folder that match the mask as the system matches names, read-only ones
-// included; what cannot be deleted, subfolders and the folder itself stay.
+// included; what cannot be deleted, subfolders and the folder itself stay. A mask with "\", "/" or
+// ":" matches nothing.
 KVUTILS_API void DeleteFolder(const char* folder, const char* mask);
 
 // Asks the shell to copy `folder` onto itself, with `owner` as the window of its messages. Callers
 // rely on it: `from` is not read. Texts are in the system's ANSI code page and at most 510 bytes
-// long.
+// long. The shell may show an error and wait for the user.
 KVUTILS_API void CopyFolder(const char* from, const char* folder, HWND__* owner);
 
 // Copies all that is in the folder `source` into `target`, replacing what is there, without any
 // question or message. True when the shell reports success. Callers rely on the end of the process
-// (0xC0000417) when `source` and "\*", or `target`, is longer than 259 units.
+// (0xC0000417) when `source` and "\*", or `target`, is longer than 259 units. False for an empty
+// text and one that holds a NUL.
 KVUTILS_API bool CopyDirTo(const std::wstring& source, const std::wstring& target);
 
 // Copies each file of `sources` to the path at the same place of `targets`, as far as both lists
@@ -270,7 +276,7 @@ KVUTILS_API void CopyFilesFromList(const std::vector<std::string>& sources,
                                    const std::vector<std::string>& targets);
 
 // Copies each of the files from the one folder, which has no trailing "\", to the other, replacing
-// what is there. Folders that are missing are made on both sides.
+// what is there. Folders that are missing are made on both sides, as CheckFileFolder makes them.
 KVUTILS_API void CopyFilesFromList(const std::vector<std::string>& names, const char* sourceFolder,
                                    const char* targetFolder);
 
@@ -302,12 +308,16 @@ struct KvRemoveFolderDesc {
 // ahead of the first they are false, false and true: an unknown root there deletes nothing, an
 // unknown mode the files listed. "languages;.\" removes the language folders whole, but "base;.\"
 // and a choice of files take ".\" as it stands. "not_delete" with several names deletes each file
-// that differs from any of them, so all files. Subfolders stay when files are chosen.
+// that differs from any of them, so all files unless the names are the same. Subfolders stay when
+// files are chosen. A file whose path reaches 260 bytes, in a folder of which files are chosen,
+// ends the process, as in FindFiles.
 //
 // A root without a folder names the writable or language folder itself. A descriptor of three
 // fields, one of none and a null one delete nothing. Nothing outside the writable folder is
-// touched, wherever ".." may point: such a path, one over 259 bytes, and every path while the
-// writable folder is empty, is passed over. Whatever cannot be deleted stays; nothing is reported.
+// touched, wherever ".." or a link may point: such a path, one over 259 bytes, a language that
+// means the writable folder itself, and every path while the writable folder is empty, is passed
+// over. Links inside a folder that is removed are the shell's matter, as in DeleteFolder. Whatever
+// cannot be deleted stays; nothing is reported but what the shell shows.
 class KVUTILS_API KvFoldersRemover {
  public:
   // Reads the language folders, then `count` descriptors; none when it is below 1 or `descriptors`
