@@ -28,6 +28,7 @@ Calls calls;
 std::set<std::string> failing;     // names of the calls that do not succeed
 BOOL closeResult = TRUE;           // what closing gives
 HGLOBAL clipboardBlock = nullptr;  // what getting gives, if not what the clipboard holds
+std::optional<SIZE_T> blockSize;   // the size of every block, if not its own
 std::string takenBegin;            // the first bytes of the last block that was set
 std::size_t takenSize = 0;
 
@@ -85,7 +86,10 @@ BOOL WINAPI Unlock(HGLOBAL block) {
   return ::GlobalUnlock(block);
 }
 
-SIZE_T WINAPI Size(HGLOBAL block) { return Note("GlobalSize") ? ::GlobalSize(block) : 0; }
+SIZE_T WINAPI Size(HGLOBAL block) {
+  if (!Note("GlobalSize")) return 0;
+  return blockSize ? *blockSize : ::GlobalSize(block);
+}
 
 HGLOBAL WINAPI Free(HGLOBAL block) {
   Note("GlobalFree");
@@ -94,7 +98,13 @@ HGLOBAL WINAPI Free(HGLOBAL block) {
 
 class ClipboardCalls : public kv::test::Clipboard {
  protected:
-  ClipboardCalls() { calls.clear(); }
+  ClipboardCalls() {
+    calls.clear();
+    failing.clear();
+    closeResult = TRUE;
+    clipboardBlock = nullptr;
+    blockSize.reset();
+  }
 
  private:
   ImportPatch patches_[11] = {
@@ -113,6 +123,16 @@ TEST_F(ClipboardCalls, OfATextThatIsSent) {
   EXPECT_NE(SendTextToClipboard("abc"), 0);
   EXPECT_EQ(calls, (Calls{"OpenClipboard", "EmptyClipboard", "GlobalAlloc 8", "GlobalLock",
                           "GlobalUnlock", "SetClipboardData CF_UNICODETEXT", "CloseClipboard"}));
+}
+
+// More units than an int counts are not read.
+TEST_F(ClipboardCalls, OfABlockThatIsTooLarge) {
+  SendTextToClipboard("abc");
+  calls.clear();
+  blockSize = (SIZE_T{0x7FFFFFFF} + 1) * 2;
+  EXPECT_EQ(GetTextFromClipboard(nullptr), 0);
+  EXPECT_EQ(calls, (Calls{"OpenClipboard", "GetClipboardData CF_UNICODETEXT", "GlobalSize",
+                          "CloseClipboard"}));
 }
 
 TEST_F(ClipboardCalls, OfAMalformedText) {
@@ -224,6 +244,11 @@ TEST_F(ClipboardCalls, EndInOrderWhenOneFailsForHtml) {
     Calls calls;
   } rows[] = {
       {"OpenClipboard", 0, {"OpenClipboard"}},
+      {"EmptyClipboard",
+       1,
+       {"OpenClipboard", "EmptyClipboard", "GlobalAlloc 144", "GlobalLock", "GlobalUnlock",
+        "SetClipboardData HTML Format", "GlobalAlloc 6", "GlobalLock", "GlobalUnlock",
+        "SetClipboardData CF_UNICODETEXT", "CloseClipboard"}},
       {"GlobalAlloc ",
        1,
        {"OpenClipboard", "EmptyClipboard", "GlobalAlloc 144", "GlobalAlloc 6", "CloseClipboard"}},

@@ -51,6 +51,9 @@ TEST(DisplayClipboard, DISABLED_GetsText) { ExpectText(kClientText); }
 TEST(DisplayClipboard, DISABLED_SendsAndGetsText) {
   ExpectText(kClientText);
   SendText("own");
+  // Wine misses the display's change of owner while a program has the clipboard open.
+  const DWORD own = ::GetClipboardSequenceNumber();
+  EXPECT_TRUE(Eventually([own] { return ::GetClipboardSequenceNumber() != own; }));
   ExpectText("another");
 }
 

@@ -145,11 +145,12 @@ TEST_F(FakeClock, TurnsCountsIntoSeconds) {
       {25'000'000, 2.5},
       {-10'000'000, -1.0},
       {864'000'000'000'000, 86'400'000.0},  // a thousand days
+      {13, 1.2999999999999998e-06},         // times the factor; a division gives 1.3e-06
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.counts);
     SetClock(row.counts);
-    EXPECT_DOUBLE_EQ(getPreciseTime(), row.seconds);
+    EXPECT_EQ(getPreciseTime(), row.seconds);
   }
 }
 
@@ -209,6 +210,12 @@ TEST_F(FakeClock, WaitCountsFromItsLastStart) {
   EXPECT_FALSE(wait.IsTimeOver());
   SetClock(71'000'000);
   EXPECT_TRUE(wait.IsTimeOver());
+}
+
+TEST_F(FakeClock, WaitWithoutADurationReadsTheClockToo) {
+  SetClock(20'000'000);
+  EXPECT_EQ(WaitTime().start, 2.0);
+  EXPECT_EQ(WaitTime().duration, -1.0);
 }
 
 TEST_F(FakeClock, CopiesOfAWaitShareItsTimes) {

@@ -4,11 +4,12 @@
 #include "utils/text/counted_output.h"
 #include "utils/text/text.h"
 
+#include <algorithm>
+#include <array>
 #include <climits>
 #include <cstddef>
 #include <cstdio>
 #include <optional>
-#include <string>
 #include <string_view>
 
 namespace {
@@ -24,6 +25,7 @@ constexpr std::string_view kHtmlHeader =
     "Version:0.9\r\nStartHTML:00000000\r\nEndHTML:00000000\r\n"
     "StartFragment:00000000\r\nEndFragment:00000000\r\n";
 static_assert(kHtmlHeader.size() == 97);
+using HtmlHeader = std::array<char, kHtmlHeader.size()>;
 constexpr std::size_t kOffsetDigits = 8;
 constexpr std::size_t kLargestOffset = 99999999;
 constexpr std::size_t kHtmlTail = 4;  // zeros behind the document
@@ -136,11 +138,12 @@ int ReadUnicodeText(char* buffer) {
 
 // Writes a place in the document over the zeros behind a label. Zeros stay where there is no such
 // place and where eight digits cannot hold the offset.
-void WriteOffset(std::string& header, std::string_view label, std::size_t place) {
+void WriteOffset(HtmlHeader& header, std::string_view label, std::size_t place) {
   if (place > kLargestOffset - kHtmlHeader.size()) return;
   char digits[kOffsetDigits + 1];
   std::snprintf(digits, sizeof digits, "%08u", static_cast<unsigned>(kHtmlHeader.size() + place));
-  header.replace(header.find(label) + label.size(), kOffsetDigits, digits);
+  const std::size_t zeros = kHtmlHeader.find(label) + label.size();
+  std::copy_n(digits, kOffsetDigits, header.data() + zeros);
 }
 
 // The place behind the first ">" that follows the first "<body".
@@ -151,8 +154,9 @@ std::size_t FragmentStart(std::string_view html) {
   return end == std::string_view::npos ? end : end + 1;
 }
 
-std::string MakeHtmlHeader(std::string_view html) {
-  std::string header(kHtmlHeader);
+HtmlHeader MakeHtmlHeader(std::string_view html) {
+  HtmlHeader header;
+  kHtmlHeader.copy(header.data(), header.size());
   WriteOffset(header, "StartHTML:", html.find("<!DOCTYPE html>"));
   WriteOffset(header, "EndHTML:", html.size());
   WriteOffset(header, "StartFragment:", FragmentStart(html));
@@ -162,10 +166,10 @@ std::string MakeHtmlHeader(std::string_view html) {
 
 void PutHtml(std::string_view html) {
   if (htmlFormat == 0) htmlFormat = ::RegisterClipboardFormatA("HTML Format");
-  const std::string header = MakeHtmlHeader(html);
+  const HtmlHeader header = MakeHtmlHeader(html);
   const std::size_t size = header.size() + html.size() + kHtmlTail;
   PutBlock<char>(htmlFormat, size, [&](char* out) {
-    header.copy(out, header.size());
+    std::copy(header.begin(), header.end(), out);
     html.copy(out + header.size(), html.size());
   });
 }
