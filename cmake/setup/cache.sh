@@ -9,8 +9,16 @@ cache=${XDG_CACHE_HOME:-${HOME:?is not set}/.cache}/kvutils
 readonly manifest_end='# complete'
 
 entry_is_whole() {
-  [ "$(tail -n 1 "$1/MANIFEST" 2>/dev/null)" = "$manifest_end" ] &&
-    (cd "$1" && sha256sum --check --status MANIFEST 2>/dev/null)
+  [ "$(tail -n 1 "$1/MANIFEST" 2>/dev/null)" = "$manifest_end" ] && (
+    cd "$1"
+    [ "$(list_files | grep -vx MANIFEST)" = "$(sed '$d; s/^[0-9a-f]*  //' MANIFEST)" ] &&
+      sha256sum --check --status MANIFEST 2>/dev/null
+  )
+}
+
+# Everything but folders below the current folder; the recipes make no links.
+list_files() {
+  find . ! -type d -printf '%P\n' | LC_ALL=C sort
 }
 
 # key PART...: a short name for the contents of files, the text of functions, and plain texts.
@@ -37,7 +45,7 @@ make_entry() {
   mkdir -p "$work/result" "$work/scratch"
   TMPDIR=$work/scratch "$recipe" "$work/result" "$work/scratch" "$@"
   cd "$work/result"
-  find . -type f -printf '%P\n' | sort | xargs -d '\n' sha256sum >"$work/MANIFEST"
+  list_files | xargs -d '\n' sha256sum >"$work/MANIFEST"
   echo "$manifest_end" >>"$work/MANIFEST"
   mv "$work/MANIFEST" .
   rm -rf "$entry"
