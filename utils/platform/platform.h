@@ -93,7 +93,8 @@ class KVUTILS_API WaitTime {
   double start;     // clock time in seconds
 };
 
-// The clock of an animation: read once a frame, asked many times.
+// The clock of an animation: read once a frame, asked many times. The thread that drives the
+// animation updates it; others may ask, unsynchronised.
 class KVUTILS_API AnimationInterval {
  public:
   // Both fields 0.
@@ -120,22 +121,26 @@ KVUTILS_API void usleep(double microseconds);
 //
 // The clipboard is held within a call only. A clipboard that another program holds gives 0 at once,
 // and so does a null text. SendTextToClipboard and SendHTMLToClipboard otherwise give what
-// CloseClipboard gives: not 0 when all went well. UTF-8 and UTF-16 convert as utf8_to_utf16 and
-// utf16_to_utf8 convert them.
+// CloseClipboard gives, so not 0 tells that the clipboard was opened and closed, and no more:
+// without memory it is left empty. UTF-8 and UTF-16 convert as utf8_to_utf16 and utf16_to_utf8
+// convert them.
 
 extern "C" {
 
 // Puts the text on the clipboard, as CF_UNICODETEXT. A malformed text, or one of 2 GiB or more,
-// leaves the clipboard as it is; the result does not tell.
+// leaves the clipboard as it is.
 KVUTILS_API int SendTextToClipboard(const char* text);
 
 // The text of the clipboard: returns the number of bytes that `buffer` must hold and, unless it is
 // null, fills it. 0, with nothing written, when the clipboard holds no text, malformed UTF-16, or
 // more than an int can count.
 // Callers rely on the conversion of the whole block of memory: the text ends at its first NUL, and
-// the number is at least its length and 2.
-//   std::string text(std::max(GetTextFromClipboard(nullptr), 1), '\0');
-//   GetTextFromClipboard(text.data());
+// the number is at least the length of a terminated text and 2. The size of the buffer is not
+// checked: between two calls another program may put a longer text there.
+//   if (const int size = GetTextFromClipboard(nullptr); size > 0) {
+//     std::string text(static_cast<std::size_t>(size), '\0');
+//     GetTextFromClipboard(text.data());
+//   }
 KVUTILS_API int GetTextFromClipboard(char* buffer);
 
 // Puts an HTML document on the clipboard, as the registered format "HTML Format": 97 bytes that
