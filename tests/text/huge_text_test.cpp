@@ -34,4 +34,13 @@ TEST(HugeText, ParseString2CountsNoMoreThanTheLargestInt) {
   EXPECT_EQ(text.Get()[kLargestInt + 9], 'a');
 }
 
+TEST(HugeText, UpperCaseOfMoreThanIcuHoldsIsEmpty) {
+  HugeText text(kLargestInt);
+  ASSERT_NE(text.Get(), nullptr);
+  EXPECT_EQ(ConvertToUpperCase(nullptr, text.Get()), 0);
+  char out[2] = "x";
+  EXPECT_EQ(ConvertToUpperCase(out, text.Get()), 0);
+  EXPECT_STREQ(out, "");
+}
+
 }  // namespace

@@ -289,7 +289,7 @@ KVUTILS_API void UpperCase(char* text, int size);
 // Writes the full Unicode upper case of in, UTF-8, with a NUL to out, by the rules of ICU's default
 // locale. Returns its length in bytes, which may exceed that of in: "straße" (7 bytes) is
 // "STRASSE", "ŉ" (2 bytes) is "ʼN" (3 bytes). A null out measures. Malformed UTF-8 becomes U+FFFD.
-// in counts up to its first 2147483647 bytes.
+// A text that ICU has no room for, from some GiB on, gives 0 and an empty out.
 KVUTILS_API int ConvertToUpperCase(char* out, const char* in);
 
 // ---- Numbers -----------------------------------------------------------------------------------
