@@ -2,15 +2,19 @@
 // goes.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <string>
 #include <vector>
 
 #include "tests/paths/data_remover_fixture.h"
+#include "tests/paths/folder_link.h"
 #include "tests/paths/shell_stand_in.h"
+#include "tests/support/process.h"
 
 namespace {
 
 using kv::test::CreateFolders;
+using kv::test::FolderLink;
 using kv::test::WriteBytes;
 
 class DataRemoverBounds : public kv::test::DataRemover {};
@@ -47,6 +51,85 @@ TEST_F(DataRemoverBounds, LetPathsReturnInside) {
       {{"base;a\\..\\b;delete;1.txt"}, {"b\\1.txt"}},
       {{"base;\\b"}, {"b\\", "b\\1.txt"}},
       {{"languages;..\\b"}, {"b\\", "b\\1.txt"}},
+      {{"base;a/sub"}, {"a\\sub\\", "a\\sub\\3.txt"}},
+      {{"base;./a/sub/"}, {"a\\sub\\", "a\\sub\\3.txt"}},
+      {{"base;a/sub;delete;3.txt"}, {"a\\sub\\3.txt"}},
+  });
+}
+
+TEST_F(DataRemoverBounds, HoldForLanguagesThatMeanTheWritableFolder) {
+  for (const char* line : {".", ".\\", "de\\..", "de\\..\\", "..\\Kelvaris_9", "..\\KELVARIS_9\\",
+                           "./", "missing\\.."}) {
+    SCOPED_TRACE(line);
+    GiveLanguages(std::string(line) + "\n");
+    Check({
+        {{"languages", "languages;.\\", "languages;a", "languages;..\\Kelvaris_9\\a"}, {}},
+        {{"languages;.\\;delete;1.txt", "languages;a;delete;1.txt"}, {}},
+        {{"languages;a;not_delete;none"}, {}},
+        {{"all;b"}, {"b\\", "b\\1.txt"}},
+        {{"all;b;delete;1.txt"}, {"b\\1.txt"}},
+    });
+  }
+}
+
+// The low 16 bits of these characters are those of "." and "\".
+TEST_F(DataRemoverBounds, HoldForFilesWhoseNamesWouldLeadElsewhere) {
+  WriteBytes(Documents() + "letter.txt", "content");
+  Give("\U0001002E\U0001002E\U0001005Cletter.txt");
+  Give("\U0002002E\U0002002E\U0002005Cletter.txt");
+  Give("..\U0002005Cletter.txt");
+  Give("a\U0002005C2.txt");
+  EXPECT_EQ(GoneAfter({"base;.\\;not_delete;none"}), (Texts{"1.txt", "Other.INI"}));
+  EXPECT_EQ(GoneAfter({"base;.\\;delete;letter.txt,2.txt"}), Texts{});
+  EXPECT_TRUE(kv::test::FileExists(Documents() + "letter.txt"));
+  EXPECT_TRUE(kv::test::FileExists(Writable() + "a\\2.txt"));
+}
+
+// "m" and "b\m" lead outside, "l" to another folder inside.
+TEST_F(DataRemoverBounds, HoldForLinks) {
+  const FolderLink m(Writable() + "m", Root() + "outside");
+  const FolderLink deeper(Writable() + "b\\m", Root() + "outside");
+  const FolderLink l(Writable() + "l", Writable() + "a");
+  ASSERT_TRUE(m.Exists() && deeper.Exists() && l.Exists()) << "needs links to folders";
+  GiveLanguages("m\nl\nb\\m\n");
+  for (const char* folder : {"m", "m\\", "M", "m\\a", "m/a", "m\\a\\1.txt", "m\\.\\a", "a\\..\\m",
+                             "b\\m", "b\\m\\a", "l", "l\\sub", "..\\Kelvaris_9\\m\\a"}) {
+    for (const char* rest : {"", ";delete;1.txt,3.txt", ";not_delete;none"}) {
+      const std::string descriptor = std::string("base;") + folder + rest;
+      SCOPED_TRACE(descriptor);
+      EXPECT_EQ(GoneAfter({descriptor.c_str()}), Texts{});
+    }
+  }
+  EXPECT_EQ(GoneAfter({"languages", "languages;.\\", "languages;a", "languages;sub",
+                       "languages;a;delete;1.txt", "languages;.\\;not_delete;none",
+                       "languages;sub;not_delete;none"}),
+            Texts{});
+}
+
+TEST_F(DataRemoverBounds, LetTheWritableFolderLieBehindALink) {
+  WriteBytes(Root() + "other\\data\\b\\1.txt", "content");
+  const FolderLink link(Root() + "link", Root() + "other");
+  ASSERT_TRUE(link.Exists()) << "needs links to folders";
+  for (const std::string& folder : {Root() + "link\\", Root() + "link\\data\\"}) {
+    SCOPED_TRACE(folder);
+    WriteBytes(folder + "b\\1.txt", "content");
+    WriteBytes(folder + "b\\2.txt", "content");
+    KelvarisPath::SetWritableFolder(folder.c_str());
+    Remove({"base;b;delete;1.txt"});
+    EXPECT_EQ(kv::test::ListTree(folder + "b"), Texts{"2.txt"});
+    Remove({"base;b"});
+    EXPECT_FALSE(kv::test::FolderExists(folder + "b"));
+  }
+}
+
+TEST_F(DataRemoverBounds, HoldForAWritableFolderWithAPrefix) {
+  KelvarisPath::SetWritableFolder(("\\\\?\\" + Documents() + "Kelvaris_9\\").c_str());
+  Check({
+      {{"base;..\\sibling", "base;..\\sibling\\a;delete;1.txt", "base;..",
+        "languages;..\\..\\sibling"},
+       {}},
+      {{"base;b;delete;1.txt"}, {"b\\1.txt"}},
+      {{"languages;a;delete;2.txt"}, {"de\\a\\2.txt"}},
   });
 }
 
@@ -100,6 +183,30 @@ TEST_F(DataRemoverBounds, HoldForPathsOver259Bytes) {
   Remove({tooLong.c_str(), fits.c_str(), inLanguages.c_str()});
   ASSERT_EQ(shell.Requests().size(), 1U);
   EXPECT_EQ(shell.Requests()[0].from, kv::test::Widen(Writable() + longest) + L'\0');
+}
+
+// A second process clears the folder of the first.
+TEST(DataRemoverChild, DISABLED_ChoosesNoFile) {
+  const char* const list[] = {"base;a;delete;none"};
+  KvFoldersRemover(list, 1).Run();
+  std::exit(0);
+}
+
+TEST_F(DataRemoverBounds, EndTheProcessForAFileWhosePathReaches260Bytes) {
+  const std::string folder = Writable() + "a\\";
+  const auto nameFor = [&folder](std::size_t bytes) {
+    const std::size_t left = bytes - folder.size();
+    std::string name(left % 2, 'x');
+    while (name.size() < left) name += "ж";
+    return name;
+  };
+  const std::string longest = nameFor(259);
+  const std::string tooLong = nameFor(260);
+  WriteBytes(folder + longest, "content");
+  EXPECT_EQ(kv::test::RunOwnCase("DataRemoverChild.DISABLED_ChoosesNoFile").exitCode, 0U);
+  WriteBytes(folder + tooLong, "content");
+  EXPECT_EQ(kv::test::RunOwnCase("DataRemoverChild.DISABLED_ChoosesNoFile").exitCode, 0xC0000409UL);
+  EXPECT_EQ(kv::test::ListTree(folder).size(), 6U);
 }
 
 TEST_F(DataRemoverBounds, FollowTheHostToAnotherFolder) {

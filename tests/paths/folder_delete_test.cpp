@@ -7,7 +7,6 @@
 #include "tests/paths/held_file.h"
 #include "tests/paths/listing_stand_in.h"
 #include "tests/paths/shell_stand_in.h"
-#include "tests/paths/test_drive.h"
 #include "tests/support/sandbox.h"
 #include "utils/paths/paths.h"
 
@@ -18,7 +17,6 @@ using kv::test::FileExists;
 using kv::test::FolderExists;
 using kv::test::HeldFile;
 using kv::test::ListTree;
-using kv::test::TestDrive;
 using kv::test::Widen;
 using kv::test::WideShellStandIn;
 using kv::test::WriteBytes;
@@ -133,71 +131,6 @@ TEST_F(DeletingFolders, TakesPathsOfUpTo259Bytes) {
   EXPECT_EQ(shell.Requests()[0].from, Widen(longest) + L'\0');
 }
 
-TEST_F(DeletingFolders, AsksForNothingWhenAPathNamesNothingOrARoot) {
-  const WideShellStandIn shell;
-  for (const char* path : {"",
-                           "\\",
-                           "\\\\",
-                           "/",
-                           "//",
-                           "C:",
-                           "C:\\",
-                           "C:/",
-                           "C:\\\\",
-                           "C:\\.",
-                           "C:\\..",
-                           "C:\\a\\..",
-                           "C:\\a\\..\\",
-                           "c:\\..\\..\\",
-                           "\\..",
-                           "\\\\?\\C:\\",
-                           "\x80",
-                           "C:\\\xFF",
-                           "C:\\a\xC3",
-                           "C:\\d\\\xE5\xA4",
-                           static_cast<const char*>(nullptr)}) {
-    SCOPED_TRACE(path == nullptr ? "(null)" : path);
-    DeleteFolder(path);
-    EXPECT_EQ(shell.Requests().size(), 0U);
-  }
-}
-
-TEST_F(DeletingFolders, LeavesTheRootAndTheCurrentFolderToEmptyNames) {
-  WriteBytes(Root() + "drive\\root.txt", "content");
-  WriteBytes(Root() + "drive\\here\\below.txt", "content");
-  WriteBytes(Root() + "drive\\here\\sub\\deeper.txt", "content");
-  const Texts before = ListTree(Root() + "drive");
-  const TestDrive drive('X', Root() + "drive");
-  ASSERT_TRUE(drive.Exists()) << "needs drives that are links";
-  kv::test::SetCurrentFolder(drive.Root() + "here");
-  for (const char* path : {"", "\\", "\\\\", "/", "X:", "X:\\", "X:/", "X:\\here\\..", "..",
-                           static_cast<const char*>(nullptr)}) {
-    SCOPED_TRACE(path == nullptr ? "(null)" : path);
-    DeleteFolder(path);
-    EXPECT_EQ(ListTree(Root() + "drive"), before);
-  }
-  for (const char* path : {"", static_cast<const char*>(nullptr)}) {
-    for (const char* mask : {"*.*", "*", "*.txt", "root.txt", "below.txt", "", "\\"}) {
-      SCOPED_TRACE(mask);
-      DeleteFolder(path, mask);
-      EXPECT_EQ(ListTree(Root() + "drive"), before);
-    }
-  }
-  kv::test::SetCurrentFolder(Work());
-}
-
-TEST_F(DeletingFolders, LeavesEverythingWhenTheFolderIsMissing) {
-  GiveTrees();
-  const Texts before = ListTree(Root());
-  for (const std::string& name :
-       {std::string("missing"), std::string("missing\\deeper"), std::string("d\\a.txt\\x"),
-        std::string("d\\\xFF"), std::string("d") + std::string(300, 'n')}) {
-    SCOPED_TRACE(name);
-    DeleteFolder(Below(name).c_str());
-    EXPECT_EQ(ListTree(Root()), before);
-  }
-}
-
 // ---- Files by a mask
 // -----------------------------------------------------------------------------
 
@@ -298,28 +231,6 @@ TEST_F(DeletingFiles, TakesHundreds) {
   Give("d\\kept.txt");
   DeleteFolder(Below("d").c_str(), "*.tmp");
   EXPECT_EQ(ListTree(Below("d")), Texts{"kept.txt"});
-}
-
-TEST_F(DeletingFiles, LeavesEverythingWhereNothingIsNamed) {
-  Give("d\\a.tmp");
-  Give("work\\a.tmp");
-  Give("a.tmp");
-  const Texts before = ListTree(Root());
-  const std::string tooLong(300, 'n');
-  const std::string malformed = Below("d\\\xFF");
-  for (const char* mask : {"", "*.none", "\xFF", "*\xC3", "a.tmp\\", ".", "..",
-                           static_cast<const char*>(nullptr), tooLong.c_str()}) {
-    SCOPED_TRACE(mask == nullptr ? "(null)" : mask);
-    DeleteFolder(Below("d").c_str(), mask);
-    EXPECT_EQ(ListTree(Root()), before);
-  }
-  for (const std::string& folder : {std::string(), std::string("\xFF"), malformed, Below("missing"),
-                                    Below("d\\a.tmp"), Below(tooLong), std::string(100'000, 'n')}) {
-    SCOPED_TRACE(folder.substr(0, 100));
-    DeleteFolder(folder.c_str(), "*.tmp");
-    DeleteFolder(folder.c_str(), "*");
-    EXPECT_EQ(ListTree(Root()), before);
-  }
 }
 
 // ---- The writable folder

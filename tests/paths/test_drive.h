@@ -4,37 +4,23 @@
 #ifndef KVUTILS_TESTS_PATHS_TEST_DRIVE_H_
 #define KVUTILS_TESTS_PATHS_TEST_DRIVE_H_
 
-#include <algorithm>
-#include <chrono>
 #include <cstdlib>
+#include <optional>
 #include <string>
-#include <thread>
 
-#include "tests/support/files.h"
-#include "tests/support/process.h"
+#include "tests/paths/folder_link.h"
 
 namespace kv::test {
 
 class TestDrive {
  public:
   // `folder` is an absolute path on drive Z, the root of the Unix host.
-  TestDrive(char letter, std::string folder) : root_(std::string(1, letter) + ":\\") {
+  TestDrive(char letter, const std::string& folder) : root_(std::string(1, letter) + ":\\") {
     const char* prefix = std::getenv("WINEPREFIX");
-    if (prefix == nullptr || !FileExists("Z:\\bin\\ln")) return;
-    link_ = std::string(prefix) + "/dosdevices/" + static_cast<char>(letter - 'A' + 'a') + ":";
-    folder.erase(0, 2);
-    std::replace(folder.begin(), folder.end(), '\\', '/');
-    // The system gives no handle of a Unix process to wait for.
-    RunProgram("Z:\\bin\\ln", {"-sfn", folder, link_});
-    for (int i = 0; i < 1000 && !FolderExists(root_); ++i) {
-      std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    }
+    if (prefix == nullptr) return;
+    const char lowerCase = static_cast<char>(letter - 'A' + 'a');
+    link_.emplace(root_, std::string(prefix) + "/dosdevices/" + lowerCase + ":", folder);
   }
-  ~TestDrive() {
-    if (!link_.empty()) RunProgram("Z:\\bin\\rm", {"-f", link_});
-  }
-  TestDrive(const TestDrive&) = delete;
-  TestDrive& operator=(const TestDrive&) = delete;
 
   // False on a system that offers no such drive.
   bool Exists() const { return FolderExists(root_); }
@@ -42,7 +28,7 @@ class TestDrive {
 
  private:
   std::string root_;
-  std::string link_;
+  std::optional<FolderLink> link_;
 };
 
 }  // namespace kv::test

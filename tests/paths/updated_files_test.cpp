@@ -165,6 +165,24 @@ TEST_F(UpdatedFiles, WithNamesBeyondTheBmpStay) {
   EXPECT_EQ(Content("🌍.bin"), "old");
 }
 
+// The low 16 bits of these characters are those of ".", "\" and "/".
+TEST_F(UpdatedFiles, WhoseNamesWouldLeadElsewhereStay) {
+  WriteBytes(Root() + "x_new.bin", "the parent's new");
+  WriteBytes(Root() + "x.bin", "the parent's");
+  const Texts disguised = {"..\U0002005Cx_new.bin", "\U0001002E\U0001002E\U0001005Cx_new.bin",
+                           "\U0002002E\U0002002E\U0002005Cx_new.bin",
+                           "\U0002002E\U0002002E\U0002002Fx_new.bin", "a_new.bin\U0002003A"};
+  for (const std::string& name : disguised) Give(name, "new");
+  Give("a_new.bin", "new");
+  Give("a.bin", "old");
+  Rename();
+  EXPECT_EQ(ReadBytes(Root() + "x_new.bin"), "the parent's new");
+  EXPECT_EQ(ReadBytes(Root() + "x.bin"), "the parent's");
+  for (const std::string& name : disguised) EXPECT_EQ(Content(name), "new") << name;
+  EXPECT_EQ(Content("a.bin"), "new");
+  EXPECT_EQ(Tree().size(), disguised.size() + 1);
+}
+
 TEST_F(UpdatedFiles, AreFoundInAFolderOfAnyScript) {
   for (const std::string& name : kv::test::kFolderNames) {
     SCOPED_TRACE(name);
