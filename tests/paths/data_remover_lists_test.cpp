@@ -5,6 +5,7 @@
 #include <shellapi.h>
 
 #include <algorithm>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -44,6 +45,33 @@ class FixedLists : public kv::test::RemovingData {
         Give(std::string(root) + name);
       }
     }
+  }
+
+  void GiveAllKinds(const std::string& folder) {
+    for (const char* name : {"\\hidden.bin", "\\readonly.bin", "\\Луна.bin", "\\月\\月.bin"}) {
+      Give(folder + name);
+    }
+    kv::test::SetHidden(Writable() + folder + "\\hidden.bin");
+    kv::test::SetReadOnly(Writable() + folder + "\\readonly.bin", true);
+    kv::test::SetReadOnly(Writable() + folder + "\\月\\月.bin", true);
+    kv::test::CreateFolders(Writable() + folder + "\\empty");
+  }
+
+  // Two folders that go with all that is in them, one that stays, and chosen files.
+  void FillWithAllKinds() {
+    EmptyWritableFolder();
+    for (const char* folder : {"catalogs\\asteroids", "catalogs\\stars", "de\\catalogs\\comets"}) {
+      GiveAllKinds(folder);
+    }
+    for (const char* name : {"media\\find\\hidden.kwd", "media\\find\\readonly.kwd",
+                             "media\\find\\Луна.kwd", "settings.ini", "user.wsi"}) {
+      Give(name);
+    }
+    kv::test::SetHidden(Writable() + "media\\find\\hidden.kwd");
+    kv::test::SetReadOnly(Writable() + "media\\find\\readonly.kwd", true);
+    kv::test::SetHidden(Writable() + "settings.ini");
+    kv::test::SetReadOnly(Writable() + "user.wsi", true);
+    kv::test::CreateFolders(Writable() + "media\\find\\empty");
   }
 
   // What the action would delete, in its order, relative to the writable folder.
@@ -120,7 +148,7 @@ TEST_F(FixedLists, DownloadsTakeWhatTheyNameAndNothingElse) {
 TEST_F(FixedLists, DataAfterAnErrorLeaveWhatTheyDoNotName) {
   Fill();
   Give("media\\find\\sub\\kept.kwd");
-  deleteDataAfterError();
+  EXPECT_FALSE(GoneAfter([] { deleteDataAfterError(); }).empty());
   EXPECT_EQ(ListTree(Writable()), (Texts{"catalogs\\",
                                          "catalogs\\stars\\",
                                          "catalogs\\stars\\f",
@@ -177,18 +205,56 @@ TEST_F(FixedLists, TouchNothingOutsideTheWritableFolder) {
   kv::test::WriteBytes(Work() + "settings.ini", "content");
   kv::test::WriteBytes(Documents() + "settings.ini", "content");
   const auto around = [this] {
-    Texts entries;
-    for (const std::string& entry : ListTree(Root())) {
-      if (entry.find("Documents\\Kelvaris_9\\") != 0) entries.push_back(entry);
-    }
+    auto entries = kv::test::ReadTree(Root());
+    std::erase_if(entries, [](const auto& entry) {
+      return entry.first.find("Documents\\Kelvaris_9\\") == 0;
+    });
     return entries;
   };
-  const Texts before = around();
+  const auto before = around();
   ASSERT_GT(before.size(), 20U);
   deleteDownloads();
   EXPECT_EQ(around(), before);
   deleteDataAfterError();
   EXPECT_EQ(around(), before);
+}
+
+TEST_F(FixedLists, TakeAndLeaveEntriesOfAllKinds) {
+  FillWithAllKinds();
+  EXPECT_EQ(GoneAfter([] { deleteDownloads(); }),
+            (Texts{"catalogs\\asteroids\\", "catalogs\\asteroids\\empty\\",
+                   "catalogs\\asteroids\\hidden.bin", "catalogs\\asteroids\\readonly.bin",
+                   "catalogs\\asteroids\\Луна.bin", "catalogs\\asteroids\\月\\",
+                   "catalogs\\asteroids\\月\\月.bin", "de\\catalogs\\comets\\",
+                   "de\\catalogs\\comets\\empty\\", "de\\catalogs\\comets\\hidden.bin",
+                   "de\\catalogs\\comets\\readonly.bin", "de\\catalogs\\comets\\Луна.bin",
+                   "de\\catalogs\\comets\\月\\", "de\\catalogs\\comets\\月\\月.bin",
+                   "media\\find\\hidden.kwd", "media\\find\\Луна.kwd"}));
+  FillWithAllKinds();
+  EXPECT_EQ(
+      GoneAfter([] { deleteDataAfterError(); }),
+      (Texts{"catalogs\\asteroids\\", "catalogs\\asteroids\\empty\\",
+             "catalogs\\asteroids\\hidden.bin", "catalogs\\asteroids\\readonly.bin",
+             "catalogs\\asteroids\\Луна.bin", "catalogs\\asteroids\\月\\",
+             "catalogs\\asteroids\\月\\月.bin", "de\\", "de\\catalogs\\", "de\\catalogs\\comets\\",
+             "de\\catalogs\\comets\\empty\\", "de\\catalogs\\comets\\hidden.bin",
+             "de\\catalogs\\comets\\readonly.bin", "de\\catalogs\\comets\\Луна.bin",
+             "de\\catalogs\\comets\\月\\", "de\\catalogs\\comets\\月\\月.bin",
+             "media\\find\\hidden.kwd", "media\\find\\Луна.kwd", "settings.ini"}));
+}
+
+TEST_F(FixedLists, TakeThousandsOfFiles) {
+  EmptyWritableFolder();
+  for (int i = 0; i < 1500; ++i) {
+    const std::string name = std::to_string(i) + ".kwd";
+    for (const char* folder : {"media\\find\\", "catalogs\\comets\\"}) {
+      kv::test::WriteBytes(Writable() + folder + name, "");
+    }
+  }
+  Give("media\\find\\find_stars_usno.kwd");
+  deleteDownloads();
+  EXPECT_EQ(ListTree(Writable()),
+            (Texts{"catalogs\\", "media\\", "media\\find\\", "media\\find\\find_stars_usno.kwd"}));
 }
 
 TEST_F(FixedLists, AreAppliedToAnEmptyFolderWithoutHarm) {

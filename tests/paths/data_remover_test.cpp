@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <windows.h>
 
 #include <climits>
 #include <cstddef>
@@ -7,7 +8,9 @@
 #include <vector>
 
 #include "tests/paths/data_remover_fixture.h"
-#include "tests/paths/held_file.h"
+#include "tests/paths/shell_stand_in.h"
+#include "tests/support/held_file.h"
+#include "tests/support/import_patch.h"
 
 namespace {
 
@@ -92,6 +95,9 @@ TEST_F(DataRemover, SparesOneFile) {
       {{"base;.\\;not_delete;1.txt"}, {"Other.INI"}},
       {{"languages;.\\;not_delete;none"}, {"de\\1.txt"}},
       {{"base;1.txt;not_delete;none"}, {}},
+      // What cannot be compared is no file's name.
+      {{"base;a;not_delete;\xFF"}, {"a\\1.txt", "a\\2.txt"}},
+      {{"base;a;delete;\xFF"}, {}},
   });
 }
 
@@ -168,7 +174,7 @@ TEST_F(DataRemover, KeepsTheFlagsOfTheDescriptorBefore) {
 
 TEST_F(DataRemover, ReadsTheLanguageList) {
   struct Row {
-    const char* content;
+    std::string content;
     bool german;
     bool french;
   };
@@ -180,6 +186,7 @@ TEST_F(DataRemover, ReadsTheLanguageList) {
         Row{"\xEF\xBB\xBF"
             "de\n",
             true, false},
+        Row{std::string(300, ' ') + "de\n" + std::string(4090, '\t') + "fr\n", true, true},
         Row{"de fr\nde;fr\nde,fr\n", false, false}}) {
     SCOPED_TRACE(row.content);
     GiveLanguages(row.content);
@@ -204,6 +211,13 @@ TEST_F(DataRemover, KnowsNoLanguagesWithoutTheirList) {
 TEST_F(DataRemover, CutsALanguageNameAt255Bytes) {
   GiveLanguages(std::string(300, 'n') + "\nde\n");
   EXPECT_EQ(GoneAfter({"languages;a"}), (Texts{"de\\a\\", "de\\a\\1.txt", "de\\a\\2.txt"}));
+}
+
+TEST_F(DataRemover, TakesLongLanguageNames) {
+  const std::string name(150, 'n');
+  GiveLanguages(name + "\n");
+  Give(name + "\\a\\1.txt");
+  EXPECT_EQ(GoneAfter({"languages;a"}), (Texts{name + "\\a\\", name + "\\a\\1.txt"}));
 }
 
 TEST_F(DataRemover, ReadsTheListThatTheResolverFinds) {
@@ -275,7 +289,9 @@ TEST_F(DataRemover, TakesAllKindsOfEntriesWithAFolder) {
   CreateFolders(Writable() + "k\\empty");
   kv::test::SetHidden(Writable() + "k\\hidden.txt");
   kv::test::SetReadOnly(Writable() + "k\\readonly.txt", true);
-  EXPECT_EQ(GoneAfter({"base;k"}).size(), 10U);
+  EXPECT_EQ(GoneAfter({"base;k"}), (Texts{"k\\", "k\\empty\\", "k\\hidden.txt", "k\\readonly.txt",
+                                          "k\\Каталог\\", "k\\Каталог\\Луна.txt", "k\\天文データ\\",
+                                          "k\\天文データ\\月.txt", "k\\🌍\\", "k\\🌍\\🌍.txt"}));
 }
 
 TEST_F(DataRemover, TakesFoldersAndFilesOfAnyScript) {
@@ -310,11 +326,43 @@ TEST_F(DataRemover, LeavesReadOnlyFilesThatAreChosen) {
 }
 
 TEST_F(DataRemover, LeavesFilesInOtherHandsAndGoesOn) {
-  const kv::test::HeldFile held(Writable() + "a\\1.txt");
+  const kv::test::HeldFile held(Writable() + "a\\1.txt", kv::test::Sharing::kRead);
   EXPECT_EQ(GoneAfter({"base;a;not_delete;none"}), Texts{"a\\2.txt"});
   Remove({"base;a", "base;b"});
   EXPECT_TRUE(kv::test::FileExists(Writable() + "a\\1.txt"));
   EXPECT_FALSE(kv::test::FolderExists(Writable() + "b"));
+}
+
+TEST_F(DataRemover, TellsAccentsApartAsCompareNoCaseStringsDoes) {
+  Give("k\\été.txt");
+  EXPECT_EQ(GoneAfter({"base;k;delete;ete.txt"}), Texts{});
+  EXPECT_EQ(GoneAfter({"base;k;delete;ÉTÉ.TXT"}), Texts{"k\\été.txt"});
+}
+
+TEST_F(DataRemover, AsksTheShellForFoldersThatExistAsTheyAreWritten) {
+  const kv::test::WideShellStandIn shell;
+  Remove({"base;missing", "all;missing\\deeper", "languages;sub", "base;.\\", "languages;.\\",
+          "base;a\\sub\\"});
+  Texts asked;
+  for (const auto& request : shell.Requests()) {
+    ASSERT_EQ(request.from.back(), L'\0');
+    asked.push_back(kv::test::Narrow(request.from.c_str()));
+  }
+  EXPECT_EQ(asked,
+            (Texts{Writable() + ".", Writable() + "de", Writable() + "fr", Writable() + "a\\sub"}));
+}
+
+std::vector<std::string> g_deletions;
+BOOL WINAPI NoteDeletion(LPCWSTR path) {
+  g_deletions.push_back(kv::test::Narrow(path));
+  return FALSE;
+}
+
+TEST_F(DataRemover, DeletesFilesByThePathsOfTheirFoldersAsTheyAreWritten) {
+  const kv::test::ImportPatch patch("DeleteFileW", &NoteDeletion);
+  Remove({"all;.\\;delete;1.txt", "base;a\\..\\b;delete;1.txt"});
+  EXPECT_EQ(g_deletions, (Texts{Writable() + "de\\.\\1.txt", Writable() + ".\\1.txt",
+                                Writable() + "a\\..\\b\\1.txt"}));
 }
 
 }  // namespace

@@ -39,6 +39,30 @@ TEST_F(FindingFilesLimits, ListsNoFolderWhosePatternIsLongerThan259Units) {
   }
 }
 
+TEST_F(FindingFilesLimits, CountUnitsInPatternsAndNotBytes) {
+  for (const int length : {259, 260}) {
+    SCOPED_TRACE(length);
+    const ListingStandIn listing({{L"sub", FILE_ATTRIBUTE_DIRECTORY}});
+    std::string source = "C:\\";
+    for (int i = 7; i < length; ++i) source += "ж";
+    FindFiles found(source.c_str(), "*.bin");
+    found.Run(false);
+    EXPECT_EQ(listing.Patterns().size(), length == 259 ? 1U : 0U);
+  }
+}
+
+TEST_F(FindingFilesLimits, DescendBeyond260Bytes) {
+  const ListingStandIn listing({{L"sub", FILE_ATTRIBUTE_DIRECTORY}});
+  std::string source = "C:\\";
+  for (int i = 0; i < 130; ++i) source += "ж";
+  FindFiles found(source.c_str(), "*.bin");
+  found.Run(true);
+  EXPECT_EQ(found.GetNumberFiles(), 0U);
+  EXPECT_EQ(listing.Patterns(),
+            (std::vector<std::wstring>{kv::test::Widen(source) + L"\\*.*",
+                                       kv::test::Widen(source) + L"\\sub\\*.*"}));
+}
+
 // A second process makes the search. Its folder comes through the environment.
 
 constexpr char kFolderVariable[] = "KVUTILS_TEST_FOLDER";

@@ -204,6 +204,17 @@ TEST_F(FindingFiles, FindsHiddenReadOnlyAndEmptyFiles) {
             (Texts{"empty.bin", "hidden.bin", "readonly.bin", "sub\\inner.bin"}));
 }
 
+TEST_F(FindingFiles, FindsSystemFilesAndFolders) {
+  const ListingStandIn listing(
+      {{L"sub", FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_DIRECTORY},
+       {L"a.bin", FILE_ATTRIBUTE_SYSTEM},
+       {L"b.bin", FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_READONLY}});
+  FindFiles found("C:\\u", "*.bin");
+  found.Run(true);
+  EXPECT_EQ(SourcesInOrder(found), (Texts{"C:\\u\\a.bin", "C:\\u\\b.bin"}));
+  EXPECT_EQ(listing.Patterns().size(), 2U);
+}
+
 TEST_F(FindingFiles, FindsNothingWhereNothingCanBeListed) {
   Give("file.bin");
   const std::string tooLong = Folder() + std::string(300, 'n');

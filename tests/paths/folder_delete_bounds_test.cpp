@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/paths/listing_stand_in.h"
 #include "tests/paths/shell_stand_in.h"
 #include "tests/paths/test_drive.h"
 #include "tests/support/sandbox.h"
@@ -179,6 +180,18 @@ TEST_F(DeletingFoldersBounds, HoldForMasksAndFoldersThatNameNothing) {
     DeleteFolder(folder.c_str(), "*.tmp");
     DeleteFolder(folder.c_str(), "*");
     EXPECT_EQ(ListTree(Root()), before);
+  }
+}
+
+// The folder, "\" and the mask together.
+TEST_F(DeletingFoldersBounds, HoldForMasksBeyond259Bytes) {
+  for (const int length : {259, 260}) {
+    for (const char* folder : {"C:\\d", "C:\\d\\"}) {
+      SCOPED_TRACE(length);
+      const kv::test::ListingStandIn listing({});
+      DeleteFolder(folder, std::string(static_cast<std::size_t>(length) - 5, '*').c_str());
+      EXPECT_EQ(listing.Patterns().size(), length == 259 ? 1U : 0U);
+    }
   }
 }
 

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "tests/paths/held_file.h"
 #include "tests/paths/listing_stand_in.h"
 #include "tests/paths/shell_stand_in.h"
+#include "tests/support/held_file.h"
 #include "tests/support/sandbox.h"
 #include "utils/paths/paths.h"
 
@@ -17,6 +17,7 @@ using kv::test::FileExists;
 using kv::test::FolderExists;
 using kv::test::HeldFile;
 using kv::test::ListTree;
+using kv::test::Sharing;
 using kv::test::Widen;
 using kv::test::WideShellStandIn;
 using kv::test::WriteBytes;
@@ -91,7 +92,7 @@ TEST_F(DeletingFolders, LeavesAFileInOtherHands) {
   Give("d\\sub\\held.txt");
   Give("kept.txt");
   {
-    const HeldFile held(Below("d\\sub\\held.txt"));
+    const HeldFile held(Below("d\\sub\\held.txt"), Sharing::kRead);
     DeleteFolder(Below("d").c_str());
     EXPECT_TRUE(FileExists(Below("d\\sub\\held.txt")));
   }
@@ -221,7 +222,7 @@ TEST_F(DeletingFiles, TakesNamesOfAnyScript) {
 
 TEST_F(DeletingFiles, LeavesOneInOtherHandsAndGoesOn) {
   for (const char* name : {"d\\a.tmp", "d\\b.tmp", "d\\c.tmp"}) Give(name);
-  const HeldFile held(Below("d\\b.tmp"));
+  const HeldFile held(Below("d\\b.tmp"), Sharing::kRead);
   DeleteFolder(Below("d").c_str(), "*.tmp");
   EXPECT_EQ(ListTree(Below("d")), Texts{"b.tmp"});
 }

@@ -188,6 +188,28 @@ std::vector<std::string> ListTree(const std::string& folder) {
   return entries;
 }
 
+std::map<std::string, std::string> ReadTree(const std::string& folder) {
+  struct Letter {
+    DWORD attribute;
+    char letter;
+  };
+  constexpr Letter kLetters[] = {{FILE_ATTRIBUTE_READONLY, 'r'},
+                                 {FILE_ATTRIBUTE_HIDDEN, 'h'},
+                                 {FILE_ATTRIBUTE_SYSTEM, 's'},
+                                 {FILE_ATTRIBUTE_REPARSE_POINT, 'l'}};
+  std::map<std::string, std::string> tree;
+  for (const std::string& entry : ListTree(folder)) {
+    const std::string path = folder + "\\" + entry;
+    std::string& text = tree[entry];
+    for (const Letter& letter : kLetters) {
+      if ((Attributes(path) & letter.attribute) != 0) text += letter.letter;
+    }
+    text += ": ";
+    if (entry.back() != '\\') text += ReadBytes(path);
+  }
+  return tree;
+}
+
 std::string CurrentFolder() {
   std::wstring path(::GetCurrentDirectoryW(0, nullptr), L'\0');
   path.resize(::GetCurrentDirectoryW(static_cast<DWORD>(path.size()), path.data()));

@@ -4,6 +4,7 @@
 #ifndef KVUTILS_TESTS_SUPPORT_FILES_H_
 #define KVUTILS_TESTS_SUPPORT_FILES_H_
 
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,6 +30,9 @@ void SetHidden(const std::string& path);
 
 // The files and folders below `folder`, relative to it, sorted; folders end in "\".
 std::vector<std::string> ListTree(const std::string& folder);
+
+// The same with what can be told of each: its attributes, one letter each, and a file's content.
+std::map<std::string, std::string> ReadTree(const std::string& folder);
 
 std::string CurrentFolder();  // without a trailing "\" unless it is a root
 void SetCurrentFolder(const std::string& path);

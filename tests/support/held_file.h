@@ -1,4 +1,4 @@
-// A file that a second process holds open and shares with nobody.
+// A file that a second process holds open.
 #ifndef KVUTILS_TESTS_SUPPORT_HELD_FILE_H_
 #define KVUTILS_TESTS_SUPPORT_HELD_FILE_H_
 
@@ -13,13 +13,17 @@
 
 namespace kv::test {
 
+// What others may do with a held file: nothing, or read it, but neither write, rename, replace nor
+// delete it.
+enum class Sharing : char { kNone = 'n', kRead = 'r' };
+
 // Holds the file for its life. The test program has one case for the second process:
 //
 //   TEST(HeldFileChild, DISABLED_Holds) { kv::test::HoldFileForParent(); }
 class HeldFile {
  public:
-  explicit HeldFile(const std::string& path)
-      : holder_((SetEnvironment("KVUTILS_HELD_FILE", path),
+  explicit HeldFile(const std::string& path, Sharing sharing = Sharing::kNone)
+      : holder_((SetEnvironment("KVUTILS_HELD_FILE", static_cast<char>(sharing) + path),
                  BackgroundProcess::OwnCase("HeldFileChild.DISABLED_Holds"))) {}
   ~HeldFile() { EXPECT_EQ(holder_.Finish().exitCode, 0U); }
   HeldFile(const HeldFile&) = delete;
@@ -29,15 +33,17 @@ class HeldFile {
   BackgroundProcess holder_;
 };
 
-inline HANDLE OpenUnshared(const std::string& path) {
-  return ::CreateFileW(Widen(path).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
+inline HANDLE OpenShared(const std::string& path, Sharing sharing) {
+  const bool isShared = sharing == Sharing::kRead;
+  return ::CreateFileW(Widen(path).c_str(), isShared ? GENERIC_READ : GENERIC_READ | GENERIC_WRITE,
+                       isShared ? FILE_SHARE_READ : 0, nullptr, OPEN_EXISTING,
                        FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
 inline void HoldFileForParent() {
-  const char* path = std::getenv("KVUTILS_HELD_FILE");
-  ASSERT_NE(path, nullptr);
-  const HANDLE file = OpenUnshared(path);
+  const char* held = std::getenv("KVUTILS_HELD_FILE");
+  ASSERT_NE(held, nullptr);
+  const HANDLE file = OpenShared(held + 1, static_cast<Sharing>(*held));
   ASSERT_NE(file, INVALID_HANDLE_VALUE);
   SayReady();
   AwaitRelease();
@@ -46,7 +52,7 @@ inline void HoldFileForParent() {
 
 // Whether nobody has the file open.
 inline bool IsFree(const std::string& path) {
-  const HANDLE file = OpenUnshared(path);
+  const HANDLE file = OpenShared(path, Sharing::kNone);
   return file != INVALID_HANDLE_VALUE && ::CloseHandle(file) != 0;
 }
 
