@@ -3,8 +3,6 @@
 #ifndef KVUTILS_TESTS_PLATFORM_UNZIP_STAND_IN_H_
 #define KVUTILS_TESTS_PLATFORM_UNZIP_STAND_IN_H_
 
-#include <windows.h>
-
 #include <map>
 #include <string>
 
@@ -22,13 +20,6 @@ using Record = std::map<std::string, std::string>;
 class UnzipSandbox : public Sandbox {
  protected:
   UnzipSandbox() { SetEnvironment(kRecordFile, RecordFile()); }
-  // The program's console may outlive it a little, and holds its folder.
-  ~UnzipSandbox() override {
-    SetCurrentFolder(ProgramFolder());
-    for (const std::string& entry : ListTree(Root())) {
-      if (entry.ends_with('\\')) AwaitRemovable(Root() + entry);
-    }
-  }
 
   // Puts a program at `path`.
   void PlaceStandIn(const std::string& path) { Place("unzip_recorder.exe", path); }
@@ -59,20 +50,6 @@ class UnzipSandbox : public Sandbox {
 
  private:
   std::string RecordFile() const { return Root() + "record"; }
-
-  static void AwaitRemovable(const std::string& folder) {
-    constexpr int kAttempts = 500;
-    for (int attempt = 0; attempt < kAttempts; ++attempt) {
-      const HANDLE handle = ::CreateFileW(
-          Widen(folder).c_str(), DELETE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-          nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
-      if (handle != INVALID_HANDLE_VALUE) {
-        ::CloseHandle(handle);
-        return;
-      }
-      ::Sleep(20);
-    }
-  }
 
   static void Place(const std::string& program, const std::string& path) {
     WriteBytes(path, ReadBytes(ProgramFolder() + program));
