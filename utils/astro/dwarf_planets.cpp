@@ -1,6 +1,7 @@
 #include "utils/astro/astro.h"
 
 #include "utils/files/files.h"
+#include "utils/internal/file_mode.h"
 #include "utils/paths/paths.h"
 
 #include <algorithm>
@@ -13,9 +14,9 @@ bool DwarfPlanetsIO::ms_IsChanged = false;
 
 namespace {
 
+namespace file_mode = kv::internal::file_mode;
+
 constexpr char kFileName[] = "catalogs:Planets&Moons:DwarfPlanets.bin";
-constexpr unsigned kReadMode = 2;
-constexpr unsigned kCreateMode = 5;
 constexpr unsigned kRecordSize = sizeof(DwarfPlanetRecord);
 
 // The first record with this object number, or the end.
@@ -29,7 +30,7 @@ void Load(std::vector<DwarfPlanetRecord>& records) {
   KelvarisPath resolver;
   const char* path = resolver.GetPath(kFileName);
   MFile file;
-  if (path == nullptr || !file.Open(path, kReadMode)) return;
+  if (path == nullptr || !file.Open(path, file_mode::kRead)) return;
   DwarfPlanetRecord record;
   while (file.Read(&record, kRecordSize) == kRecordSize) records.push_back(record);
 }
@@ -40,7 +41,7 @@ void Save(const std::vector<DwarfPlanetRecord>& records) {
   if (path == nullptr) return;
   CheckFileFolder(path);
   MFile file;
-  if (!file.Open(path, kCreateMode)) {
+  if (!file.Open(path, file_mode::kCreateAnew)) {
     PrintDebugString("Can not create file %s\n", path);
     return;
   }

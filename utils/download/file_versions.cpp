@@ -2,6 +2,8 @@
 
 #include "utils/files/files.h"
 #include "utils/internal/file_content.h"
+#include "utils/internal/file_mode.h"
+#include "utils/internal/text_view.h"
 #include "utils/paths/paths.h"
 #include "utils/text/text.h"
 
@@ -14,8 +16,6 @@
 
 namespace {
 
-constexpr unsigned kCreateMode = 5;
-
 // Read-only after the library is loaded: any thread may use it.
 const crc32 g_calculator;
 
@@ -25,8 +25,6 @@ struct Record {
   std::uint32_t checksum;
 };
 static_assert(sizeof(Record) == 8 && std::endian::native == std::endian::little);
-
-const char* TextOf(const char* text) { return text == nullptr ? "" : text; }
 
 // The first record of an identifier counts. A torn last record is read as if zero bytes followed.
 std::map<int, unsigned> ReadEntries(const kv::internal::FileContent& content) {
@@ -50,7 +48,7 @@ std::vector<Record> RecordsOf(const std::map<int, unsigned>& entries) {
 }  // namespace
 
 CheckFileVersion::CheckFileVersion(const char* registryName)
-    : m_RegistryName(TextOf(registryName)) {
+    : m_RegistryName(kv::internal::ViewOf(registryName)) {
   KelvarisPath resolver;
   const char* path = resolver.GetPath(m_RegistryName.c_str());
   if (path == nullptr) return;
@@ -99,6 +97,6 @@ void CheckFileVersion::WriteData() {
   }
   const std::vector<Record> records = RecordsOf(m_Entries);
   MFile file;
-  if (!file.Open(path, kCreateMode)) return;
+  if (!file.Open(path, kv::internal::file_mode::kCreateAnew)) return;
   file.Write(records.data(), static_cast<unsigned>(records.size() * sizeof(Record)));
 }

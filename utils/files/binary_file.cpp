@@ -1,5 +1,6 @@
 #include "utils/files/files.h"
 
+#include "utils/internal/file_mode.h"
 #include "utils/internal/wide_path.h"
 #include "utils/internal/win32.h"
 #include "utils/text/text.h"
@@ -11,19 +12,10 @@
 
 namespace {
 
+using namespace kv::internal::file_mode;
 using kv::internal::NarrowPath;
 using kv::internal::PathAttributes;
 using kv::internal::WidePath;
-
-enum Mode : unsigned {
-  kCreate = 1,
-  kRead = 2,
-  kWrite = 4,
-  kReadWriteShared = 8,
-  kReadWriteExclusive = 16,
-  kShareRead = 32,
-  kShareWrite = 64,
-};
 
 enum State : unsigned { kOpen = 1, kClosed = 2, kOpenFailed = 128, kCloseFailed = 256 };
 

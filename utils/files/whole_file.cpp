@@ -1,6 +1,7 @@
 #include "utils/files/files.h"
 
 #include "utils/internal/file_content.h"
+#include "utils/internal/file_mode.h"
 #include "utils/internal/wide_path.h"
 #include "utils/paths/paths.h"
 #include "utils/text/text.h"
@@ -15,12 +16,12 @@
 
 namespace {
 
+namespace file_mode = kv::internal::file_mode;
+
 using kv::internal::FileContent;
-using kv::internal::kReadMode;
 using kv::internal::ReadContent;
 using kv::internal::WidePath;
 
-constexpr unsigned kReadWriteExclusive = 16;
 constexpr unsigned kFromEnd = 2;
 constexpr unsigned kSeekFailed = 0xFFFFFFFF;
 
@@ -68,7 +69,7 @@ bool loadUTF8StringFromFile(std::string& out, const char* path) {
 
 bool UniteFiles(const char* target, const char* source) {
   MFile out;
-  if (!out.Open(target, kReadWriteExclusive)) return false;
+  if (!out.Open(target, file_mode::kReadWriteExclusive)) return false;
   const std::optional<FileContent> content = ReadContent(source);
   if (!content) return false;
   if (content->size == 0) return true;
@@ -82,9 +83,9 @@ int FileCompare(const char* first, const char* second) {
   constexpr int kNoFirst = 1;
   constexpr int kNoSecond = -1;
   MFile firstFile;
-  if (!firstFile.Open(first, kReadMode) || firstFile.GetLength() < 0) return kNoFirst;
+  if (!firstFile.Open(first, file_mode::kRead) || firstFile.GetLength() < 0) return kNoFirst;
   MFile secondFile;
-  if (!secondFile.Open(second, kReadMode) || secondFile.GetLength() < 0) return kNoSecond;
+  if (!secondFile.Open(second, file_mode::kRead) || secondFile.GetLength() < 0) return kNoSecond;
   const int difference = firstFile.GetLength() - secondFile.GetLength();
   if (difference != 0) return difference;
 

@@ -3,6 +3,7 @@
 #define KVUTILS_UTILS_INTERNAL_FILE_CONTENT_H_
 
 #include "utils/files/files.h"
+#include "utils/internal/file_mode.h"
 
 #include <cstddef>
 #include <cstring>
@@ -11,8 +12,6 @@
 #include <optional>
 
 namespace kv::internal {
-
-inline constexpr unsigned kReadMode = 2;  // the mode bit of MFile: an existing file, to be read
 
 struct FileContent {
   std::unique_ptr<char[]> bytes;  // a zero byte stands behind them
@@ -42,7 +41,7 @@ inline std::unique_ptr<char[]> NewContent(std::size_t size) {
 // The same of the file at `path`; none also when it cannot be opened.
 [[nodiscard]] inline std::optional<FileContent> ReadContent(const char* path) {
   MFile file;
-  return file.Open(path, kReadMode) ? ReadContent(file) : std::nullopt;
+  return file.Open(path, file_mode::kRead) ? ReadContent(file) : std::nullopt;
 }
 
 }  // namespace kv::internal

@@ -2,6 +2,7 @@
 
 #include "utils/internal/fail_fast.h"
 #include "utils/internal/path_text.h"
+#include "utils/internal/text_view.h"
 #include "utils/internal/wide_path.h"
 #include "utils/paths/folder_identity.h"
 #include "utils/paths/folder_listing.h"
@@ -18,14 +19,13 @@ using kv::internal::FatalError;
 using kv::internal::FolderListing;
 using kv::internal::IdentityOf;
 using kv::internal::kPathSize;
+using kv::internal::ViewOf;
 using kv::internal::WidePath;
 
 constexpr std::string_view kEveryFile = "*.*";
 
-std::string_view TextOf(const char* text) { return text == nullptr ? "" : text; }
-
 std::string AsFolder(const char* path) {
-  std::string folder(TextOf(path));
+  std::string folder(ViewOf(path));
   if (folder.empty() || folder.back() != '\\') folder += '\\';
   return folder;
 }
@@ -148,9 +148,9 @@ const std::string& FileAt(const std::vector<std::string>& files, unsigned int in
 }  // namespace
 
 FindFiles::FindFiles(const char* source, const char* mask)
-    : m_Mask(MaskedExtension(TextOf(mask))),
+    : m_Mask(MaskedExtension(ViewOf(mask))),
       m_SourceFolder(AsFolder(source)),
-      m_IsAcceptAll(TextOf(mask) == kEveryFile),
+      m_IsAcceptAll(ViewOf(mask) == kEveryFile),
       m_IsRecursive(false) {}
 
 FindFiles::FindFiles(const char* source, const char* target, const char* mask)

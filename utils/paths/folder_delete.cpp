@@ -1,6 +1,7 @@
 #include "utils/paths/paths.h"
 
 #include "utils/internal/path_text.h"
+#include "utils/internal/text_view.h"
 #include "utils/internal/wide_path.h"
 #include "utils/paths/folder_listing.h"
 #include "utils/text/text.h"
@@ -53,7 +54,7 @@ void DeleteEntry(const std::wstring& path, const FolderListing& entry) {
 }  // namespace
 
 void DeleteFolder(const char* folder) {
-  std::string_view text = folder == nullptr ? "" : folder;
+  std::string_view text = kv::internal::ViewOf(folder);
   if (text.size() >= kPathSize) return;
   if (text.ends_with('\\')) text.remove_suffix(1);
   const WidePath path(PathText().Append(text).Get());

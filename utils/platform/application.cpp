@@ -1,5 +1,7 @@
 #include "utils/platform/platform.h"
 
+#include "utils/internal/text_view.h"
+
 #include <algorithm>
 #include <iterator>
 #include <string_view>
@@ -35,7 +37,7 @@ int isDictionaryEnable() {
 }
 
 std::string GetPanelLdfFileNameWD(const char* name) {
-  const std::string_view panel = name == nullptr ? "" : name;
+  const std::string_view panel = kv::internal::ViewOf(name);
   if (isDictionaryEnable() != 0) return std::string(panel);
   // Callers rely on the cut at the first ".": "panel.small.ldf" gives "panel_wd.ldf".
   return std::string(panel.substr(0, panel.find('.'))).append(kPanelEndingWithoutDictionary);

@@ -1,12 +1,8 @@
 #include "utils/platform/platform.h"
 
-#include <string_view>
+#include "utils/internal/text_view.h"
 
-namespace {
-
-std::string_view NameOf(const char* name) { return name == nullptr ? "" : name; }
-
-}  // namespace
+using kv::internal::ViewOf;
 
 IntParametersSender::IntParametersSender() = default;
 IntParametersSender::IntParametersSender(const IntParametersSender& other) = default;
@@ -14,11 +10,11 @@ IntParametersSender& IntParametersSender::operator=(const IntParametersSender& o
 IntParametersSender::~IntParametersSender() = default;
 
 void IntParametersSender::SetParamByName(int value, const char* name) {
-  m_Parameters.insert_or_assign(std::string(NameOf(name)), value);
+  m_Parameters.insert_or_assign(std::string(ViewOf(name)), value);
 }
 
 bool IntParametersSender::GetParamByName(int* value, const char* name) {
-  const auto parameter = m_Parameters.find(NameOf(name));
+  const auto parameter = m_Parameters.find(ViewOf(name));
   if (parameter == m_Parameters.end() || value == nullptr) return false;
   *value = parameter->second;
   return true;

@@ -1,6 +1,7 @@
 #include "utils/text/text.h"
 
 #include "utils/internal/int_size.h"
+#include "utils/internal/text_view.h"
 
 #include <cstring>
 #include <string_view>
@@ -8,9 +9,9 @@
 
 namespace {
 
-constexpr std::size_t kTooLong = std::string::npos;
+using kv::internal::ViewOf;
 
-std::string_view ViewOf(const char* text) { return text == nullptr ? "" : text; }
+constexpr std::size_t kTooLong = std::string::npos;
 
 // Appends `text` to `out` with every occurrence of `find` replaced by `repl`. Returns the number of
 // replacements, or kTooLong as soon as `out` exceeds `limit`.
