@@ -4,14 +4,11 @@
 #include "utils/internal/number_scan.h"
 
 #include <cstdint>
-#include <cstring>
-#include <string>
 
 namespace {
 
 using kv::internal::IsDigit;
 using kv::internal::ScanAtoi;
-using kv::internal::ScanDecimal;
 
 // A byte as a 16-bit value that keeps its sign bit: those above 127 are 65408 and up.
 std::uint16_t RawValue(char c) {
@@ -28,26 +25,6 @@ bool IsText(char c) { return c != '\0' && !IsDigit(c); }
 int WrappedDifference(int a, int b) {
   return static_cast<int>(static_cast<unsigned>(a) - static_cast<unsigned>(b));
 }
-
-// A name without its parentheses. Sorting asks often, so a name that has none is not copied.
-class WithoutParentheses {
- public:
-  explicit WithoutParentheses(const char* name) : text_(name) {
-    constexpr char kParentheses[] = "()";
-    if (name == nullptr || std::strpbrk(name, kParentheses) == nullptr) return;
-    copy_ = name;
-    ClearString(copy_.data(), kParentheses);
-    text_ = copy_.c_str();
-  }
-  WithoutParentheses(const WithoutParentheses&) = delete;
-  WithoutParentheses& operator=(const WithoutParentheses&) = delete;
-
-  [[nodiscard]] const char* Get() const { return text_; }
-
- private:
-  const char* text_;
-  std::string copy_;
-};
 
 }  // namespace
 
@@ -68,17 +45,4 @@ int CompareStringWithNumber(const char* a, const char* b) {
     for (; IsDigit(*a) && IsDigit(*b); ++a, ++b) {
     }
   }
-}
-
-int CompareAsterNameWithNumber(const char* a, const char* b) {
-  return CompareStrings(WithoutParentheses(a).Get(), WithoutParentheses(b).Get(), false);
-}
-
-int SortAsterNameWithNumber(const char* a, const char* b) {
-  if (a == nullptr || b == nullptr) return 0;
-  const auto numberOfA = ScanDecimal(WithoutParentheses(a).Get());
-  const auto numberOfB = ScanDecimal(WithoutParentheses(b).Get());
-  // Callers rely on names without a number, and on names with equal numbers, counting as equal.
-  if (!numberOfA || !numberOfB || *numberOfA == *numberOfB) return 0;
-  return *numberOfA > *numberOfB ? 1 : -1;
 }

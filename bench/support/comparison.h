@@ -1,0 +1,58 @@
+// One operation of the library beside what else a program could call, measured in one run.
+//
+//   const std::string path = ...;
+//   Comparison("GetUniqueID, 60 bytes")
+//       .Add("library", [path] { return GetUniqueID(path.c_str()); })
+//       .Add("plain", [path] { return kv::reference::UniqueId(path.c_str()); });
+//
+// A form is called once an iteration; its result is kept from the optimiser and memory counts as
+// changed behind it. The names of the forms: "library" is the exported function, "plain" the loop
+// that defines its results, "limit ..." what no form can undercut; every other name is a peer.
+#ifndef KVUTILS_BENCH_SUPPORT_COMPARISON_H_
+#define KVUTILS_BENCH_SUPPORT_COMPARISON_H_
+
+#include <benchmark/benchmark.h>
+
+#include <string>
+#include <type_traits>
+#include <utility>
+
+namespace kv::bench {
+
+class Comparison {
+ public:
+  // `operation` tells what is done to what; "/" is not used in it.
+  explicit Comparison(std::string operation) : operation_(std::move(operation)) {}
+
+  // For operations of a tenth of a second and more: so many repetitions instead of the default.
+  Comparison& Repeat(int repetitions) {
+    repetitions_ = repetitions;
+    return *this;
+  }
+
+  template <typename Form>
+  Comparison& Add(const std::string& name, Form form) {
+    auto* registered = benchmark::RegisterBenchmark(
+        (operation_ + "/" + name).c_str(), [form](benchmark::State& state) mutable {
+          for (auto _ : state) {
+            if constexpr (std::is_void_v<decltype(form())>) {
+              form();
+            } else {
+              benchmark::DoNotOptimize(form());
+            }
+            benchmark::ClobberMemory();
+          }
+        });
+    registered->UseRealTime();
+    if (repetitions_ > 0) registered->Repetitions(repetitions_)->Iterations(1);
+    return *this;
+  }
+
+ private:
+  std::string operation_;
+  int repetitions_ = 0;
+};
+
+}  // namespace kv::bench
+
+#endif  // KVUTILS_BENCH_SUPPORT_COMPARISON_H_

@@ -1,0 +1,37 @@
+#ifndef KVUTILS_UTILS_INTERNAL_TEXT_LENGTH_H_
+#define KVUTILS_UTILS_INTERNAL_TEXT_LENGTH_H_
+
+#include "utils/internal/compiler.h"
+
+#include <immintrin.h>
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+
+namespace kv::internal {
+
+// strlen, sixteen bytes at a time. The run-time library's is a call through the import table to a
+// loop over bytes on some systems, and costs more than the short conversions that ask for it.
+//
+// The blocks are aligned, so each lies in one page with a byte of the text: reading one cannot
+// fault, though it may hold bytes before the text or behind its end, which do not count.
+KVUTILS_READS_ALIGNED_BLOCKS inline std::size_t TextLength(const char* text) {
+  constexpr std::uintptr_t kBlock = sizeof(__m128i);
+  const auto zerosIn = [](const __m128i* block) {
+    return static_cast<unsigned>(
+        _mm_movemask_epi8(_mm_cmpeq_epi8(_mm_load_si128(block), _mm_setzero_si128())));
+  };
+  const auto before = reinterpret_cast<std::uintptr_t>(text) % kBlock;
+  const char* block = text - before;
+  unsigned zeros = zerosIn(reinterpret_cast<const __m128i*>(block)) >> before << before;
+  while (zeros == 0) {
+    block += kBlock;
+    zeros = zerosIn(reinterpret_cast<const __m128i*>(block));
+  }
+  return static_cast<std::size_t>(block - text) + static_cast<std::size_t>(std::countr_zero(zeros));
+}
+
+}  // namespace kv::internal
+
+#endif  // KVUTILS_UTILS_INTERNAL_TEXT_LENGTH_H_
