@@ -11,23 +11,25 @@
 
 namespace kv::internal {
 
+// A bit for each byte of an aligned block of sixteen that is zero.
+KVUTILS_READS_ALIGNED_BLOCKS inline unsigned ZeroBytes(const char* block) {
+  const __m128i bytes = _mm_load_si128(reinterpret_cast<const __m128i*>(block));
+  return static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, _mm_setzero_si128())));
+}
+
 // strlen, sixteen bytes at a time. The run-time library's is a call through the import table to a
 // loop over bytes on some systems, and costs more than the short conversions that ask for it.
 //
 // The blocks are aligned, so each lies in one page with a byte of the text: reading one cannot
 // fault, though it may hold bytes before the text or behind its end, which do not count.
 KVUTILS_READS_ALIGNED_BLOCKS inline std::size_t TextLength(const char* text) {
-  constexpr std::uintptr_t kBlock = sizeof(__m128i);
-  const auto zerosIn = [](const __m128i* block) {
-    return static_cast<unsigned>(
-        _mm_movemask_epi8(_mm_cmpeq_epi8(_mm_load_si128(block), _mm_setzero_si128())));
-  };
-  const auto before = reinterpret_cast<std::uintptr_t>(text) % kBlock;
+  constexpr std::size_t kBlock = sizeof(__m128i);
+  const std::size_t before = reinterpret_cast<std::uintptr_t>(text) % kBlock;
   const char* block = text - before;
-  unsigned zeros = zerosIn(reinterpret_cast<const __m128i*>(block)) >> before << before;
+  unsigned zeros = ZeroBytes(block) >> before << before;
   while (zeros == 0) {
     block += kBlock;
-    zeros = zerosIn(reinterpret_cast<const __m128i*>(block));
+    zeros = ZeroBytes(block);
   }
   return static_cast<std::size_t>(block - text) + static_cast<std::size_t>(std::countr_zero(zeros));
 }
