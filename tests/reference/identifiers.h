@@ -21,13 +21,16 @@ inline std::array<std::uint32_t, 256> MakeByteTable() {
 
 inline const std::array<std::uint32_t, 256> kByteTable = MakeByteTable();
 
+// The register after one more byte.
+inline std::int32_t NextHash(std::int32_t hash, char byte) {
+  const std::uint32_t index =
+      (static_cast<unsigned char>(byte) ^ static_cast<std::uint32_t>(hash)) & 0xFF;
+  return (hash >> 8) ^ static_cast<std::int32_t>(kByteTable[index]);
+}
+
 inline int UniqueId(const char* text) {
   std::int32_t hash = 0;
-  for (; *text != '\0'; ++text) {
-    const std::uint32_t index =
-        (static_cast<unsigned char>(*text) ^ static_cast<std::uint32_t>(hash)) & 0xFF;
-    hash = (hash >> 8) ^ static_cast<std::int32_t>(kByteTable[index]);
-  }
+  for (; *text != '\0'; ++text) hash = NextHash(hash, *text);
   return hash & 0x7FFFFFFF;
 }
 

@@ -1,6 +1,7 @@
 #include "utils/text/text.h"
 
-#include "utils/internal/crc_table.h"
+#include "utils/internal/name_hash.h"
+#include "utils/internal/text_length.h"
 
 #include <cstdint>
 #include <cstring>
@@ -15,15 +16,8 @@ int GetFOURCC(const char* text) {
   return static_cast<int>(code);
 }
 
-// Not CRC-32, though it shares its table. Callers rely on the arithmetic shift, the start at 0 and
-// the absence of a final inversion: the values are stored in files.
+// Callers rely on the values: they are stored in files.
 int GetUniqueID(const char* text) {
   if (text == nullptr) return 0;
-  std::int32_t hash = 0;
-  for (; *text != '\0'; ++text) {
-    const std::uint32_t index =
-        (static_cast<std::uint32_t>(*text) ^ static_cast<std::uint32_t>(hash)) & 0xFF;
-    hash = (hash >> 8) ^ static_cast<std::int32_t>(kv::internal::kCrcTable[index]);
-  }
-  return hash & 0x7FFFFFFF;
+  return kv::internal::ExtendNameHash(0, text, kv::internal::TextLength(text)) & 0x7FFFFFFF;
 }
