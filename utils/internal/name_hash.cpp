@@ -1,17 +1,13 @@
 #include "utils/internal/name_hash.h"
 
-#include "utils/internal/crc_table.h"
 #include "utils/internal/slicing.h"
 
 namespace kv::internal {
 namespace {
 
-// One step with a byte of zero. Not a step of CRC-32, though it shares its table: callers rely on
-// the arithmetic shift, which copies the sign bit. A copied bit is as linear as a moved one, so the
-// step can be sliced. A byte c joins the register before its step.
+// One step with a byte of zero. A copied sign bit is as linear as a moved one.
 constexpr std::uint32_t Step(std::uint32_t hash) {
-  const std::uint32_t sign = (hash >> 31) * 0xFF000000;
-  return (hash >> 8) ^ sign ^ kCrcTable[hash & 0xFF];
+  return static_cast<std::uint32_t>(ExtendNameHash(static_cast<std::int32_t>(hash), '\0'));
 }
 
 constexpr std::size_t kBlock = 16;
@@ -35,8 +31,8 @@ static_assert(SignTerm<16>() == 0xAFCAB8A5);
 template <std::size_t kBytes>
 inline std::uint32_t ExtendByBlock(std::uint32_t hash, const unsigned char* text) {
   constexpr std::uint32_t kSignTerm = SignTerm<kBytes>();
-  const std::uint32_t isNegative = hash >> 31;
-  return StepOverBlock<kBytes>(kTables, hash, text) ^ (isNegative * kSignTerm);
+  const std::uint32_t signTerm = (hash >> 31) != 0 ? kSignTerm : 0;
+  return StepOverBlock<kBytes>(kTables, hash, text) ^ signTerm;
 }
 
 }  // namespace

@@ -16,8 +16,17 @@ int GetFOURCC(const char* text) {
   return static_cast<int>(code);
 }
 
-// Callers rely on the values: they are stored in files.
+// Callers rely on the values: they are stored in files. For a few bytes the loop costs less than
+// the way to the sliced form.
 int GetUniqueID(const char* text) {
   if (text == nullptr) return 0;
-  return kv::internal::ExtendNameHash(0, text, kv::internal::TextLength(text)) & 0x7FFFFFFF;
+  constexpr std::size_t kFew = 8;
+  const std::size_t size = kv::internal::TextLength(text);
+  std::int32_t hash = 0;
+  if (size < kFew) {
+    for (std::size_t i = 0; i < size; ++i) hash = kv::internal::ExtendNameHash(hash, text[i]);
+  } else {
+    hash = kv::internal::ExtendNameHash(hash, text, size);
+  }
+  return hash & 0x7FFFFFFF;
 }
