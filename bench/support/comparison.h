@@ -5,9 +5,13 @@
 //       .Add("library", [path] { return GetUniqueID(path.c_str()); })
 //       .Add("plain", [path] { return kv::reference::UniqueId(path.c_str()); });
 //
-// A form is called once an iteration; its result is kept from the optimiser and memory counts as
-// changed behind it. The names of the forms: "library" is the exported function, "plain" the loop
-// that defines its results, "limit ..." what no form can undercut; every other name is a peer.
+// A form is called once an iteration. Where it lies is hidden from the optimiser and memory counts
+// as changed behind each call, so that a form that captures its input reads it anew: no call is
+// drawn out of the loop or shared between iterations, not even that of a pure function. What is
+// measured besides the form is a third of a nanosecond.
+//
+// The names of the forms: "library" is the exported function, "plain" the loop that defines its
+// results, "limit ..." what no form can undercut; every other name is a peer.
 #ifndef KVUTILS_BENCH_SUPPORT_COMPARISON_H_
 #define KVUTILS_BENCH_SUPPORT_COMPARISON_H_
 
@@ -32,17 +36,20 @@ class Comparison {
 
   template <typename Form>
   Comparison& Add(const std::string& name, Form form) {
-    auto* registered = benchmark::RegisterBenchmark(
-        (operation_ + "/" + name).c_str(), [form](benchmark::State& state) mutable {
-          for (auto _ : state) {
-            if constexpr (std::is_void_v<decltype(form())>) {
-              form();
-            } else {
-              benchmark::DoNotOptimize(form());
-            }
-            benchmark::ClobberMemory();
-          }
-        });
+    auto* registered =
+        benchmark::RegisterBenchmark((operation_ + "/" + name).c_str(),
+                                     [form = std::move(form)](benchmark::State& state) mutable {
+                                       for (auto _ : state) {
+                                         Form* hidden = &form;
+                                         benchmark::DoNotOptimize(hidden);
+                                         if constexpr (std::is_void_v<decltype(form())>) {
+                                           (*hidden)();
+                                         } else {
+                                           benchmark::DoNotOptimize((*hidden)());
+                                         }
+                                         benchmark::ClobberMemory();
+                                       }
+                                     });
     registered->UseRealTime();
     if (repetitions_ > 0) registered->Repetitions(repetitions_)->Iterations(1);
     return *this;
