@@ -2,24 +2,11 @@
 #ifndef KVUTILS_TESTS_REFERENCE_IDENTIFIERS_H_
 #define KVUTILS_TESTS_REFERENCE_IDENTIFIERS_H_
 
-#include <array>
 #include <cstdint>
 
+#include "tests/reference/byte_table.h"
+
 namespace kv::reference {
-
-// Entry i: the byte i shifted right eight times, 0xEDB88320 XORed in for each 1 shifted out.
-inline std::array<std::uint32_t, 256> MakeByteTable() {
-  std::array<std::uint32_t, 256> table{};
-  for (std::uint32_t byte = 0; byte < 256; ++byte) {
-    std::uint32_t entry = byte;
-    for (int bit = 0; bit < 8; ++bit)
-      entry = (entry & 1) != 0 ? (entry >> 1) ^ 0xEDB88320 : entry >> 1;
-    table[byte] = entry;
-  }
-  return table;
-}
-
-inline const std::array<std::uint32_t, 256> kByteTable = MakeByteTable();
 
 // The register after one more byte.
 inline std::int32_t NextHash(std::int32_t hash, char byte) {

@@ -10,9 +10,7 @@ constexpr std::uint32_t Step(std::uint32_t hash) {
   return static_cast<std::uint32_t>(ExtendNameHash(static_cast<std::int32_t>(hash), '\0'));
 }
 
-constexpr std::size_t kBlock = 16;
-
-constexpr SlicingTables<kBlock> kTables = MakeSlicingTables<kBlock>(Step);
+constexpr SlicingTables<16> kTables = MakeSlicingTables<16>(Step);
 
 // What a set sign bit adds to the register after kBytes steps. As the highest bit of a register's
 // fourth byte it is copied by the first step and the two that follow; as the highest bit of a
@@ -28,30 +26,24 @@ static_assert(SignTerm<4>() == 0xFFFFFFFF);
 static_assert(SignTerm<8>() == 0xDEBBDF1C);
 static_assert(SignTerm<16>() == 0xAFCAB8A5);
 
-template <std::size_t kBytes>
-inline std::uint32_t ExtendByBlock(std::uint32_t hash, const unsigned char* text) {
-  constexpr std::uint32_t kSignTerm = SignTerm<kBytes>();
-  const std::uint32_t signTerm = (hash >> 31) != 0 ? kSignTerm : 0;
-  return StepOverBlock<kBytes>(kTables, hash, text) ^ signTerm;
-}
+struct NameHash {
+  template <std::size_t kBytes>
+  static std::uint32_t StepOver(std::uint32_t hash, const unsigned char* text) {
+    if constexpr (kBytes == 1) {
+      return Step(hash ^ *text);
+    } else {
+      constexpr std::uint32_t kSignTerm = SignTerm<kBytes>();
+      const std::uint32_t signTerm = (hash >> 31) != 0 ? kSignTerm : 0;
+      return StepOverBlock<kBytes>(kTables, hash, text) ^ signTerm;
+    }
+  }
+};
 
 }  // namespace
 
 std::int32_t ExtendNameHash(std::int32_t hash, const char* text, std::size_t size) {
-  const auto* byte = reinterpret_cast<const unsigned char*>(text);
-  auto value = static_cast<std::uint32_t>(hash);
-  const unsigned char* const end = byte + size;
-  for (; size >= kBlock; size -= kBlock, byte += kBlock) value = ExtendByBlock<16>(value, byte);
-  if ((size & 8) != 0) {
-    value = ExtendByBlock<8>(value, byte);
-    byte += 8;
-  }
-  if ((size & 4) != 0) {
-    value = ExtendByBlock<4>(value, byte);
-    byte += 4;
-  }
-  for (; byte != end; ++byte) value = Step(value ^ *byte);
-  return static_cast<std::int32_t>(value);
+  return static_cast<std::int32_t>(ExtendBySlicing<NameHash>(
+      static_cast<std::uint32_t>(hash), reinterpret_cast<const unsigned char*>(text), size));
 }
 
 }  // namespace kv::internal

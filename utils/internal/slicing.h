@@ -49,6 +49,23 @@ inline std::uint32_t StepOverBlock(const SlicingTables<kCount>& tables, std::uin
   return stepped;
 }
 
+// The register after `size` bytes at `text`: by blocks of sixteen, then one of eight and one of
+// four, then byte by byte. StepOver<n>(value, text) of `Register` is the register after n bytes.
+template <typename Register>
+std::uint32_t ExtendBySlicing(std::uint32_t value, const unsigned char* text, std::size_t size) {
+  for (; size >= 16; size -= 16, text += 16) value = Register::template StepOver<16>(value, text);
+  if ((size & 8) != 0) {
+    value = Register::template StepOver<8>(value, text);
+    text += 8;
+  }
+  if ((size & 4) != 0) {
+    value = Register::template StepOver<4>(value, text);
+    text += 4;
+  }
+  for (size &= 3; size > 0; --size, ++text) value = Register::template StepOver<1>(value, text);
+  return value;
+}
+
 }  // namespace kv::internal
 
 #endif  // KVUTILS_UTILS_INTERNAL_SLICING_H_
