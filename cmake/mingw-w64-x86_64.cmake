@@ -9,6 +9,13 @@ set(CMAKE_CXX_COMPILER ${triplet}-g++-posix)
 set(CMAKE_ASM_COMPILER ${triplet}-gcc-posix)
 set(CMAKE_RC_COMPILER ${triplet}-windres)
 
+# Of an inline function that several objects define, the linker keeps one. On this target g++ takes the
+# kept one for the one that it sees, so that a caller may leave a value in a register which the other
+# object's version of the function changes: objects compiled with different options would not fit together.
+foreach(language IN ITEMS C CXX)
+  set(CMAKE_${language}_FLAGS_INIT -fno-ipa-ra)
+endforeach()
+
 # Headers and libraries come from the cross compiler's folders; only programs may be native.
 set(CMAKE_FIND_ROOT_PATH /usr/${triplet})
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
