@@ -1,4 +1,4 @@
-# Sourced by kv: the Debian packages that building and testing need.
+# Sourced by kv: the Debian packages that building, testing and measuring need.
 
 build_packages=(
   g++-mingw-w64-x86-64-posix cmake ninja-build wine wine64
@@ -6,8 +6,11 @@ build_packages=(
   icu-devtools tzdata gawk gcc g++ patch xz-utils
   googletest
 )
-# Besides clang: a display, and a native program that uses its clipboard.
-check_packages=(clang-format-14 clang-tidy-14 xvfb xclip)
+# Besides clang: a display, a native program that uses its clipboard, and what reads the benchmarks.
+check_packages=(clang-format-14 clang-tidy-14 xvfb xclip python3)
+# zlib's checksum stands beside the library's.
+bench_packages=(libz-mingw-w64-dev python3)
+plot_packages=(python3-matplotlib)
 
 missing_packages() {
   local package
