@@ -38,7 +38,7 @@ def read_group(path: Path) -> dict:
         return {"context": {}, "operations": {}}
     measured = json.loads(text)
     samples: dict[str, dict[str, list[float]]] = {}
-    for run in measured["benchmarks"]:
+    for run in sorted(measured["benchmarks"], key=lambda run: run["family_index"]):
         if run["run_type"] == "iteration":
             operation, form = run["name"].split("/")[:2]
             time = run["real_time"] * NANOSECONDS[run["time_unit"]]
@@ -160,9 +160,12 @@ def table(arguments: argparse.Namespace, groups: dict[str, dict]) -> int:
     for name, group in groups.items():
         if group["operations"]:
             print(f"\n{name}\n{plain_table(group['operations'])}", end="")
-    for name, group in groups.items():
-        for operation in slower_than_plain(group["operations"]):
-            print(f"\nslower than its plain form: {name}, {operation}")
+    slower = [
+        f"slower than its plain form: {name}, {operation}\n"
+        for name, group in groups.items()
+        for operation in slower_than_plain(group["operations"])
+    ]
+    print("\n" * bool(slower) + "".join(slower), end="")
     return 0
 
 

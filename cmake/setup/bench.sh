@@ -104,14 +104,22 @@ report_tasks() {
     case $task in
       table) report table "${common[@]}" "${groups[@]}" ;;
       compare) report compare "${common[@]}" --baseline "$baseline" "${groups[@]}" || status=$? ;;
-      baseline) report baseline "${common[@]}" --baseline "$baseline" "${groups[@]}" ;;
+      baseline)
+        report baseline "${common[@]}" --baseline "$baseline" "${groups[@]}"
+        give_to_owner "$baseline"
+        ;;
       plot)
         require_packages "${plot_packages[@]}"
         report plot "${common[@]}" --page "$page" "${groups[@]}"
+        give_to_owner "$page" "${page%.md}"
         ;;
     esac
   done
-  [ "$(id -u)" != 0 ] || chown -R --reference="$root" "$page" "${page%.md}" "$baseline"
+}
+
+# What root wrote outside the build folder belongs to the owner of the source tree.
+give_to_owner() {
+  [ "$(id -u)" != 0 ] || chown -R --reference="$root" "$@"
 }
 
 report() {
