@@ -18,12 +18,18 @@ constexpr std::string_view WithoutLeadingSeparator(std::string_view text) {
   return text;
 }
 
+// So many NULs at least stand behind a bounded text: a block of that size which begins in the text
+// can be read and written whole.
+inline constexpr std::size_t kTextBlock = 16;
+
 // Text of at most Capacity - 1 bytes, always terminated. What does not fit makes it over-long for
 // good, and an over-long text reads as empty.
 template <std::size_t Capacity>
 class BoundedText {
  public:
-  BoundedText() { text_[0] = '\0'; }
+  static constexpr std::size_t kMaxSize = Capacity - 1;
+
+  BoundedText() { Terminate(); }
 
   BoundedText& Append(std::string_view text) {
     if (overlong_ || text.size() >= Capacity - size_) {
@@ -33,7 +39,7 @@ class BoundedText {
       text.copy(text_ + size_, text.size());
       size_ += text.size();
     }
-    text_[size_] = '\0';
+    Terminate();
     return *this;
   }
 
@@ -44,7 +50,9 @@ class BoundedText {
   [[nodiscard]] std::string_view View() const { return {text_, size_}; }
 
  private:
-  char text_[Capacity];
+  void Terminate() { std::memset(text_ + size_, '\0', kTextBlock); }
+
+  char text_[kMaxSize + kTextBlock];
   std::size_t size_ = 0;
   bool overlong_ = false;
 };

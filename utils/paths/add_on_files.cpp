@@ -1,32 +1,32 @@
-// The files that the add-on content folder supplies in place of the installation's own.
-#include "utils/paths/paths.h"
+#include "utils/paths/add_on_files.h"
 
 #include "utils/files/files.h"
-#include "utils/internal/path_text.h"
-#include "utils/paths/data_name.h"
-#include "utils/text/text.h"
+#include "utils/paths/paths.h"
 
 #include <algorithm>
 
-namespace {
+namespace kv::internal {
 
-using kv::internal::CandidateText;
-using kv::internal::CopyPath;
-using kv::internal::PathText;
-
-// The form in which names are listed and compared: "\" between components, lower case.
-CandidateText ListedForm(std::string_view name) {
-  CandidateText listed;
-  listed.Append(name);
-  ReplaceChars(listed.GetFrom(0), ":\\/", '\\');
-  kv::internal::MakeLowerCase(listed);
-  return listed;
+std::optional<PathText> AddOnFiles::Place(const Candidate& name) {
+  auto& names = KelvarisPath::sFeaturePackFileNames;
+  if (names.empty()) LoadList();
+  if (names.empty()) return std::nullopt;
+  const NameText text = name.Text();
+  const NameText listed = ListedForm(text.View());
+  const auto entry = std::find(names.begin(), names.end(), listed.View());
+  if (text.IsOverlong() || entry == names.end()) return std::nullopt;
+  return PathText().Append(KelvarisPath::sFeaturePackFolder).Append(*entry);
 }
 
-// A missing or empty list leaves the names empty, so the next question looks for it again.
-void LoadList(const char* path) {
+// A missing or empty list leaves the names empty, so the next call looks for it again.
+void AddOnFiles::LoadList() {
+  if (isListSought_) return;
+  isListSought_ = true;
+  const std::string* path = search_.Find(
+      Candidate("feature_pack:feature_pack_filelist.txt").In(KelvarisPath::ms_WorkDir));
+  if (path == nullptr) return;
   MTextFile file(true, '!', '}', 4096);
-  if (path == nullptr || !file.Open(path, false)) return;
+  if (!file.Open(path->c_str(), false)) return;
   char line[256];
   if (file.Readln(line, sizeof line) <= 0) return;
   KelvarisPath::sFeaturePackFolder = line;
@@ -35,23 +35,13 @@ void LoadList(const char* path) {
   }
 }
 
-}  // namespace
+}  // namespace kv::internal
 
 bool KelvarisPath::CheckFeaturePackFile(char* out, const char* name) {
-  if (name == nullptr) name = "";
-  PathText mapped;
-  mapped.Append(name);
-  const CandidateText listed = ListedForm(name);
-  if (sFeaturePackFileNames.empty()) {
-    LoadList(CheckPath("feature_pack:feature_pack_filelist.txt", nullptr));
-  }
-  const auto entry =
-      std::find(sFeaturePackFileNames.begin(), sFeaturePackFileNames.end(), listed.View());
-  const bool isListed = !listed.IsOverlong() && entry != sFeaturePackFileNames.end();
-  if (isListed) {
-    mapped = PathText();
-    mapped.Append(sFeaturePackFolder).Append(*entry);
-  }
-  CopyPath(out, mapped.View());
-  return isListed;
+  using namespace kv::internal;
+  const std::string_view given = name == nullptr ? std::string_view() : NameView(name);
+  PathSearch search;
+  const std::optional<PathText> place = AddOnFiles(search).Place(Candidate(given));
+  CopyPath(out, place ? place->View() : PathText().Append(given).View());
+  return place.has_value();
 }

@@ -54,7 +54,7 @@ void ReadBlock(MTextFile& file, std::vector<std::string>& lines) {
 
 }  // namespace
 
-KelvarisPath::KelvarisPath() : m_Buffer(std::make_shared<char[]>(kPathSize)) {
+KelvarisPath::KelvarisPath() : m_Buffer(std::make_shared_for_overwrite<char[]>(kPathSize)) {
   if (ms_IsInit) return;
   if (!GetCDPath(ms_CDPath, kPathSize)) {
     throw MException(0, "KelvarisPath::GetCDPath return false");

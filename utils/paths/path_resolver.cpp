@@ -1,27 +1,52 @@
 #include "utils/paths/paths.h"
 
-#include "utils/files/files.h"
 #include "utils/internal/path_text.h"
+#include "utils/paths/add_on_files.h"
 #include "utils/paths/data_name.h"
-#include "utils/text/text.h"
+#include "utils/paths/path_search.h"
 
 #include <cstring>
+#include <string_view>
 
 namespace {
 
-using kv::internal::AppendDataName;
-using kv::internal::CandidateText;
+using kv::internal::AddOnFiles;
+using kv::internal::Candidate;
 using kv::internal::CopyPath;
-using kv::internal::kPathSize;
+using kv::internal::LowerCase;
+using kv::internal::NameText;
+using kv::internal::NameView;
+using kv::internal::PathSearch;
 using kv::internal::PathText;
 
-// `base` and `name` as one path; over-long when they do not fit.
-PathText Join(const char* base, std::string_view name) {
-  PathText path;
-  path.Append(base);
-  AppendDataName(path, name);
-  return path;
-}
+// One call that looks for a name.
+class NameSearch {
+ public:
+  explicit NameSearch(char* answer) : answer_(answer) {}
+
+  // The answer for the candidate in the folder, or null.
+  const char* In(const char* folder, const Candidate& candidate) {
+    if (candidate.IsEmpty()) return nullptr;
+    const std::string* path = search_.Find(candidate.In(folder));
+    if (path == nullptr) return nullptr;
+    CopyPath(answer_, *path);
+    return answer_;
+  }
+
+  // The answer for the candidate in the writable folder, else where the work folder has it.
+  const char* InBothFolders(const Candidate& candidate) {
+    if (const char* path = In(KelvarisPath::ms_WritablePath, candidate)) return path;
+    const auto place = addOnFiles_.Place(candidate);
+    return In(KelvarisPath::ms_WorkDir, place ? Candidate(place->View()) : candidate);
+  }
+
+  bool Exists(const PathText& path) { return search_.Exists(path); }
+
+ private:
+  char* answer_;
+  PathSearch search_;
+  AddOnFiles addOnFiles_{search_};
+};
 
 }  // namespace
 
@@ -31,57 +56,33 @@ KelvarisPath& KelvarisPath::operator=(const KelvarisPath& other) = default;
 
 KelvarisPath::~KelvarisPath() = default;
 
+// The name may lie in the result buffer, which is written with the answer and not before.
 const char* KelvarisPath::GetPath(const char* name) {
   if (name == nullptr) return nullptr;
-  const CandidateText plain = CandidateText().Append(name);
-  if (plain.IsOverlong()) return nullptr;
-
-  const auto search = [this](const CandidateText& candidate) -> const char* {
-    if (const char* path = CheckPath(candidate.Get(), ms_WritablePath)) return path;
-    char mapped[kPathSize];
-    return CheckFeaturePackFile(mapped, candidate.Get()) ? CheckPath(mapped, nullptr)
-                                                         : CheckPath(candidate.Get(), nullptr);
-  };
-  const auto variant = [](const CandidateText& candidate) {
-    return kv::internal::LanguageVariant(ms_LanguageFolder, candidate.View());
-  };
-
-  if (const char* path = search(variant(plain))) return path;
-  // A name that lower-casing leaves alone has the same candidates again in the lower-case passes.
-  CandidateText lower = plain;
-  const bool hasCapitals = kv::internal::MakeLowerCase(lower);
-  if (hasCapitals) {
-    if (const char* path = search(variant(lower))) return path;
-  }
-  if (const char* path = search(plain)) return path;
-  return hasCapitals ? search(lower) : nullptr;
+  const std::string_view given = NameView(name);
+  if (given.size() > NameText::kMaxSize) return nullptr;
+  NameSearch search(m_Buffer.get());
+  if (const char* path = search.InBothFolders({ms_LanguageFolder, given})) return path;
+  const NameText lower = LowerCase(given);
+  if (const char* path = search.InBothFolders({ms_LanguageFolder, lower.View()})) return path;
+  if (const char* path = search.InBothFolders(Candidate(given))) return path;
+  return search.InBothFolders(Candidate(lower.View()));
 }
 
 const char* KelvarisPath::CheckPath(const char* name, const char* base) {
-  if (name == nullptr || *name == '\0') return nullptr;
-  const PathText candidate = Join(base == nullptr ? ms_WorkDir : base, name);
-  if (candidate.IsOverlong()) return nullptr;
-
-  const int identifier = GetUniqueID(candidate.Get());
-  const auto remembered = ms_FileNamesStorage.find(identifier);
-  if (remembered != ms_FileNamesStorage.end()) {
-    return CopyPath(m_Buffer.get(), remembered->second) ? m_Buffer.get() : nullptr;
-  }
-  if (!MFile::IsExist(candidate.Get())) return nullptr;
-  ms_FileNamesStorage.emplace(identifier, candidate.View());
-  CopyPath(m_Buffer.get(), candidate.View());
-  return m_Buffer.get();
+  if (name == nullptr) return nullptr;
+  const char* folder = base == nullptr ? ms_WorkDir : base;
+  return NameSearch(m_Buffer.get()).In(folder, Candidate(NameView(name)));
 }
 
 const char* KelvarisPath::GetWorkPath(const char* name, bool mustExist, bool inWritable) {
   if (name == nullptr) return nullptr;
-  const CandidateText ownName =
-      CandidateText().Append(name);  // `name` may lie in the result buffer
-  if (ownName.IsOverlong()) return nullptr;
-  if (const char* path = CheckPath(ownName.Get(), ms_WritablePath)) return path;
-  const PathText fallback = Join(inWritable ? ms_WritablePath : ms_WorkDir, ownName.View());
+  NameSearch search(m_Buffer.get());
+  const Candidate candidate(NameView(name));
+  if (const char* path = search.In(ms_WritablePath, candidate)) return path;
+  const PathText fallback = candidate.In(inWritable ? ms_WritablePath : ms_WorkDir);
   if (fallback.IsOverlong()) return nullptr;
-  if (mustExist && !MFile::IsExist(fallback.Get())) return nullptr;
+  if (mustExist && !search.Exists(fallback)) return nullptr;
   CopyPath(m_Buffer.get(), fallback.View());
   return m_Buffer.get();
 }
@@ -109,9 +110,8 @@ const char* KelvarisPath::GetWorkspacesFolder() { return ms_WorkspacesFolder; }
 const char* KelvarisPath::GetGuidedToursFolder() { return ms_GuidedToursFolder; }
 
 bool KelvarisPath::CheckLocalFiles(char* out, const char* name) {
-  const CandidateText variant =
-      kv::internal::LanguageVariant(ms_LanguageFolder, name == nullptr ? "" : name);
-  if (!CopyPath(out, variant.View())) out[0] = '\0';
+  const Candidate variant(ms_LanguageFolder, name == nullptr ? "" : name);
+  if (!CopyPath(out, variant.Text().View())) out[0] = '\0';
   return true;
 }
 

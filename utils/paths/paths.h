@@ -59,7 +59,8 @@ class KVUTILS_API KelvarisPath {
   // with the name in lower case, the plain name, the plain name in lower case. In the work folder,
   // a name that the add-on file list holds is looked for in the add-on content folder instead. What
   // is found is remembered: a path keeps being answered after its file is gone, until
-  // ClearFileNamesStorage or Done. What is not found is asked for again.
+  // ClearFileNamesStorage or Done. What is not found is asked for again by the next call; one call
+  // asks the system once about each different path.
   const char* GetPath(const char* name);
 
   // `base` (the work folder when null; ends in "\") joined with `name`, if that exists or is
