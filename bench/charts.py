@@ -29,6 +29,8 @@ STYLE = {
     "hatch.linewidth": 0.8,
 }
 INCHES_PER_BAR = 0.19
+# A chart of more operations shows the library and the limits alone; its table shows the others too.
+OPERATIONS_IN_FULL = 10
 
 
 def bar_style(form: str) -> dict:
@@ -37,8 +39,10 @@ def bar_style(form: str) -> dict:
     return {"color": {"library": LIBRARY, "plain": PLAIN}.get(form, PEER)}
 
 
+KINDS = ["library", "plain", "other code", "limit"]  # from top to bottom
+
+
 def order(form: str) -> int:
-    """From top to bottom: the library, the plain form, peers, limits."""
     return 3 if is_limit(form) else {"library": 0, "plain": 1}.get(form, 2)
 
 
@@ -47,7 +51,7 @@ def bars(operations: dict[str, dict[str, float]]) -> list[tuple[float, str, floa
     result, place = [], 0.0
     for times in operations.values():
         unit = times.get("plain", times["library"])
-        for form in sorted(times, key=order):
+        for form in shown_forms(times, len(operations)):
             caption = f" {limit_name(form) if is_limit(form) else form}  {time_text(times[form])}"
             if form == "library" and "plain" in times:
                 caption += f"  {ratio_text(unit / times[form])}"
@@ -55,6 +59,13 @@ def bars(operations: dict[str, dict[str, float]]) -> list[tuple[float, str, floa
             place += 1
         place += 1
     return result
+
+
+def shown_forms(times: dict[str, float], operations: int) -> list[str]:
+    forms = sorted(times, key=order)
+    if operations > OPERATIONS_IN_FULL:
+        forms = [form for form in forms if form == "library" or is_limit(form)]
+    return forms
 
 
 def draw(operations: dict[str, dict[str, float]], path: Path) -> None:
@@ -65,7 +76,7 @@ def draw(operations: dict[str, dict[str, float]], path: Path) -> None:
         figure, axes = plt.subplots(figsize=(9, 1.1 + INCHES_PER_BAR * (drawn[-1][0] + 2)))
         axes.set_xscale("log")
         # A third of the width is left for the captions of the longest bars.
-        axes.set_xlim(left, right * (right / left) ** 0.5)
+        axes.set_xlim(left, max(right, 1) * (max(right, 1) / left) ** 0.5)
         axes.set_ylim(drawn[-1][0] + 0.8, -0.8)
         for place, form, time, caption in drawn:
             axes.barh(place, time - left, left=left, height=0.8, **bar_style(form))
@@ -79,9 +90,9 @@ def draw(operations: dict[str, dict[str, float]], path: Path) -> None:
         axes.xaxis.set_minor_formatter(lambda value, _: "")
         axes.set_xlabel("time, that of the plain form = 1 (logarithmic; shorter is faster)")
         axes.spines[["top", "right"]].set_visible(False)
-        forms = {"library": "library", "plain": "plain", "other": "other code", "limit": "limit"}
-        handles = [Patch(label=label, **bar_style(form)) for form, label in forms.items()]
-        figure.legend(handles=handles, loc="upper right", ncols=4, frameon=False)
+        kinds = sorted({order(form): form for _, form, _, _ in drawn}.items())
+        handles = [Patch(label=KINDS[kind], **bar_style(form)) for kind, form in kinds]
+        figure.legend(handles=handles, loc="upper right", ncols=len(KINDS), frameon=False)
         figure.tight_layout(rect=(0, 0, 1, 1 - 0.3 / figure.get_figheight()))
         figure.savefig(path, transparent=True, metadata={"Date": None, "Creator": None})
         plt.close(figure)
@@ -91,6 +102,7 @@ def operation_middles(operations: dict[str, dict[str, float]]) -> dict[str, floa
     """Where the name of each operation stands: beside the middle of its bars."""
     result, place = {}, 0
     for operation, times in operations.items():
-        result[operation] = place + (len(times) - 1) / 2
-        place += len(times) + 1
+        count = len(shown_forms(times, len(operations)))
+        result[operation] = place + (count - 1) / 2
+        place += count + 1
     return result

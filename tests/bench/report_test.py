@@ -134,8 +134,10 @@ class Report(Measured):
         self.baseline.write_text(json.dumps({"other": other, "names": {"tolerance": 50}}))
         status, _ = self.call("baseline", "--baseline", str(self.baseline))
         self.assertEqual(status, 0)
+        kept = json.loads(self.baseline.read_text())
+        self.assertEqual(list(kept), ["checksum", "names", "other"])
         self.assertEqual(
-            json.loads(self.baseline.read_text()),
+            kept,
             {
                 "checksum": {
                     "tolerance": 25,
