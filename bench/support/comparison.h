@@ -39,9 +39,10 @@ class Comparison {
     auto* registered =
         benchmark::RegisterBenchmark((operation_ + "/" + name).c_str(),
                                      [form = std::move(form)](benchmark::State& state) mutable {
+                                       // Not DoNotOptimize(pointer): g++ 12 at times reads what
+                                       // it gives back from a place that nothing was written to.
+                                       Form* volatile hidden = &form;
                                        for (auto _ : state) {
-                                         Form* hidden = &form;
-                                         benchmark::DoNotOptimize(hidden);
                                          if constexpr (std::is_void_v<decltype(form())>) {
                                            (*hidden)();
                                          } else {
