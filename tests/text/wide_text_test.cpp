@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "tests/reference/encoding.h"
+#include "tests/text/encoding_texts.h"
 #include "utils/text/text.h"
 
 namespace {
@@ -95,6 +97,25 @@ TEST(Ascii2Unicode, EndsLatin1AfterAsManyBytesOfItsUtf8Form) {
 TEST(Ascii2Unicode, GivesEmptyTextForNull) {
   EXPECT_EQ(Ascii2Unicode(nullptr, true), L"");
   EXPECT_EQ(Ascii2Unicode(nullptr, false), L"");
+}
+
+template <typename Kinds>
+void CompareKinds(const Kinds& kinds, bool isUtf8) {
+  kv::test::RandomTexts<char> texts;
+  for (const auto& kind : kinds) {
+    SCOPED_TRACE(kind.name);
+    for (std::size_t i = 0; i < 1000; ++i) {
+      const std::string text = texts.Text(kind, i < 300 ? i : texts.Below(1000));
+      ASSERT_EQ(Ascii2Unicode(text.c_str(), isUtf8),
+                kv::reference::Ascii2Unicode(text.c_str(), isUtf8))
+          << testing::PrintToString(text);
+    }
+  }
+}
+
+TEST(Ascii2Unicode, GivesWhatItsDefiningFormGives) {
+  CompareKinds(kv::test::Utf8Kinds(), true);
+  CompareKinds(kv::test::Isolat1Kinds(), false);
 }
 
 }  // namespace

@@ -1,16 +1,16 @@
 #include "utils/internal/wide_path.h"
 
+#include "utils/internal/text_length.h"
 #include "utils/internal/win32.h"
 #include "utils/text/text.h"
 
 #include <climits>
-#include <cstring>
 
 namespace kv::internal {
 
 WidePath::WidePath(const char* utf8) {
   short_[0] = L'\0';
-  const std::size_t length = utf8 == nullptr ? 0 : std::strlen(utf8);
+  const std::size_t length = utf8 == nullptr ? 0 : TextLength(utf8);
   if (length == 0 || length > INT_MAX) return;
   const int bytes = static_cast<int>(length);
 
@@ -22,8 +22,10 @@ WidePath::WidePath(const char* utf8) {
   } else if (size_ >= 0) {
     short_[size_] = L'\0';
   }
-  // The system would take a NUL inside, which an overlong form can spell, for the end.
-  if (size_ < 0 || View().find(L'\0') != std::wstring_view::npos) Clear();
+  // The system would take a NUL inside for the end. Only an overlong form can spell one, and has
+  // more bytes than units.
+  const bool isAscii = size_ == bytes;
+  if (size_ < 0 || (!isAscii && View().find(L'\0') != std::wstring_view::npos)) Clear();
 }
 
 void WidePath::Clear() {
@@ -37,8 +39,12 @@ std::wstring_view WidePath::View() const { return {Get(), static_cast<std::size_
 std::string NarrowPath(std::wstring_view path) {
   if (path.empty() || path.size() > INT_MAX) return {};
   const int units = static_cast<int>(path.size());
-  const int bytes =
-      ::WideCharToMultiByte(CP_UTF8, 0, path.data(), units, nullptr, 0, nullptr, nullptr);
+  char buffer[1024];
+  int bytes = ::WideCharToMultiByte(CP_UTF8, 0, path.data(), units, buffer, sizeof buffer, nullptr,
+                                    nullptr);
+  if (bytes > 0) return {buffer, static_cast<std::size_t>(bytes)};
+
+  bytes = ::WideCharToMultiByte(CP_UTF8, 0, path.data(), units, nullptr, 0, nullptr, nullptr);
   if (bytes <= 0) return {};
   std::string text(static_cast<std::size_t>(bytes), '\0');
   ::WideCharToMultiByte(CP_UTF8, 0, path.data(), units, text.data(), bytes, nullptr, nullptr);

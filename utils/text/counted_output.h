@@ -11,13 +11,15 @@ namespace kv::internal {
 inline constexpr int kTooSmall = -1;
 inline constexpr int kMalformed = -2;
 
+// The number of units of an input or of room for them: none in a null buffer or for less than 0.
+inline std::size_t UnitsOf(const void* buffer, int size) {
+  return buffer == nullptr || size < 0 ? 0 : static_cast<std::size_t>(size);
+}
+
 template <typename Unit>
 class CountedOutput {
  public:
-  // A null `out` has no room.
-  CountedOutput(Unit* out, int capacity)
-      : out_(out),
-        capacity_(out == nullptr || capacity < 0 ? 0 : static_cast<std::size_t>(capacity)) {}
+  CountedOutput(Unit* out, int capacity) : out_(out), capacity_(UnitsOf(out, capacity)) {}
 
   void Put(Unit unit) {
     if (count_ < capacity_) out_[count_] = unit;
@@ -26,25 +28,14 @@ class CountedOutput {
 
   // Stores both units or none.
   void PutPair(Unit first, Unit second) {
-    if (HasRoomFor(2)) {
+    if (count_ + 2 <= capacity_) {
       out_[count_] = first;
       out_[count_ + 1] = second;
     }
     count_ += 2;
   }
 
-  // Stores `size` one-unit characters, for which there is room.
-  template <std::size_t size, typename Source>
-  void PutBlock(const Source* block) {
-    for (std::size_t i = 0; i < size; ++i) out_[count_ + i] = static_cast<Unit>(block[i]);
-    count_ += size;
-  }
-
   [[nodiscard]] bool IsFull() const { return count_ >= capacity_; }
-  [[nodiscard]] bool HasRoomFor(std::size_t units) const {
-    return count_ <= capacity_ && units <= capacity_ - count_;
-  }
-  [[nodiscard]] std::size_t Count() const { return count_; }
 
   // The converter's result at the end of well-formed input.
   [[nodiscard]] int Finish(int& outLen) const {

@@ -1,50 +1,54 @@
+#include "utils/internal/text_length.h"
+#include "utils/text/encoding_units.h"
 #include "utils/text/text.h"
-
-#include "utils/text/encoding.h"
 
 #include <algorithm>
 #include <climits>
-#include <cstring>
+#include <cstddef>
 
 namespace {
 
-using kv::internal::CountedOutput;
+using namespace kv::internal;
 
-// The units of a UTF-8 text up to its first fault or NUL character.
+constexpr std::size_t kShortSize = 264;  // texts of as many bytes need no memory but the result
+
+std::size_t UnitsBeforeNul(const wchar_t* wide, std::size_t size) {
+  return static_cast<std::size_t>(std::find(wide, wide + size, L'\0') - wide);
+}
+
+// The units of a UTF-8 text up to its first fault or NUL character, which an overlong form can
+// spell.
 std::wstring WidenUtf8(const char* text, std::size_t size) {
-  constexpr int kShortSize = 264;
-  wchar_t buffer[kShortSize];
-  CountedOutput<wchar_t> measured(buffer, kShortSize - 1);
-  kv::internal::PutUtf16(measured, text, size);
-  if (measured.Count() < kShortSize) {
-    buffer[measured.Count()] = L'\0';
-    return buffer;
+  int room = static_cast<int>(size);
+  if (size <= kShortSize) {
+    wchar_t buffer[kShortSize];
+    const int converted = utf8_to_utf16(buffer, room, text, room);
+    const auto units = static_cast<std::size_t>(converted);
+    if (units == size) return {buffer, size};  // all ASCII
+    if (converted >= 0) return {buffer, UnitsBeforeNul(buffer, units)};
   }
-  std::wstring wide(measured.Count(), L'\0');
-  CountedOutput<wchar_t> output(wide.data(), static_cast<int>(wide.size()));
-  kv::internal::PutUtf16(output, text, size);
-  // Overlong forms of NUL end the text as NUL itself does.
-  wide.resize(std::min(wide.size(), wide.find(L'\0')));
+  // Behind the last unit before a fault the zeros stand with which the text begins.
+  std::wstring wide(size, L'\0');
+  const int converted = utf8_to_utf16(wide.data(), room, text, room);
+  if (static_cast<std::size_t>(converted) != size) wide.resize(UnitsBeforeNul(wide.data(), size));
   return wide;
 }
 
 // Callers rely on the result ending after as many bytes of the UTF-8 form as the Latin-1 text has.
 std::wstring WidenLatin1(const char* text, std::size_t size) {
-  std::wstring wide;
-  wide.reserve(size);
-  for (std::size_t bytes = 0; *text != '\0'; ++text) {
-    const auto byte = static_cast<unsigned char>(*text);
-    bytes += byte < 0x80 ? 1 : 2;
-    if (bytes > size) break;
-    wide.push_back(static_cast<wchar_t>(byte));
-  }
-  return wide;
+  char shortUtf8[kShortSize];
+  std::string longUtf8(size <= kShortSize ? 0 : size, '\0');
+  char* utf8 = size <= kShortSize ? shortUtf8 : longUtf8.data();
+  int room = static_cast<int>(size);
+  isolat1_to_utf8(utf8, room, text, static_cast<int>(size));
+  const bool isCut = size != 0 && IsIsolat1Lead(Unit(utf8[size - 1]));
+  return WidenUtf8(utf8, isCut ? size - 1 : size);
 }
 
 }  // namespace
 
 std::wstring Ascii2Unicode(const char* text, bool isUtf8) {
   if (text == nullptr) return {};
-  const std::size_t size = std::min<std::size_t>(std::strlen(text), INT_MAX);
+  const std::size_t size = std::min<std::size_t>(TextLength(text), INT_MAX);
   return isUtf8 ? WidenUtf8(text, size) : WidenLatin1(text, size);
 }

@@ -1,0 +1,21 @@
+// The forms of the counted converters.
+#ifndef KVUTILS_UTILS_TEXT_ENCODING_CONVERTERS_H_
+#define KVUTILS_UTILS_TEXT_ENCODING_CONVERTERS_H_
+
+namespace kv::internal {
+
+// One character at a time, for any room: these define the results in every case.
+int CountIsolat1ToUtf8(char* out, int& outLen, const char* in, int inLen);
+int CountUtf8ToIsolat1(char* out, int& outLen, const char* in, int inLen);
+int CountUtf16ToUtf8(char* out, int& outLen, const wchar_t* in, int inLen);
+int CountUtf8ToUtf16(wchar_t* out, int& outLen, const char* in, int inLen);
+
+// Blocks and runs of characters, for a text and an output of one unit at least.
+int MixedIsolat1ToUtf8(char* out, int& outLen, const char* in, int inLen);
+int MixedUtf8ToIsolat1(char* out, int& outLen, const char* in, int inLen);
+int MixedUtf16ToUtf8(char* out, int& outLen, const wchar_t* in, int inLen);
+int MixedUtf8ToUtf16(wchar_t* out, int& outLen, const char* in, int inLen);
+
+}  // namespace kv::internal
+
+#endif  // KVUTILS_UTILS_TEXT_ENCODING_CONVERTERS_H_
