@@ -4,6 +4,7 @@
 #include "utils/files/text_stream.h"
 #include "utils/internal/characters.h"
 #include "utils/internal/number_scan.h"
+#include "utils/internal/text_length.h"
 #include "utils/internal/wide_path.h"
 #include "utils/text/text.h"
 
@@ -15,16 +16,38 @@ namespace {
 
 using kv::internal::kScannedSize;
 using kv::internal::NumberScanner;
+using kv::internal::TextLength;
 using kv::internal::WidePath;
 
 constexpr int kEndOfFile = -1;
 constexpr int kEndMarker = -2;
-constexpr char kTokenDelimiters[] = " \t\n";
 constexpr long kByteOrderMarkSize = 3;
 
 bool StartsWithByteOrderMark(std::FILE* file) {
   char head[kByteOrderMarkSize + 1] = "";
   return std::fgets(head, sizeof head, file) != nullptr && std::strcmp(head, "\xEF\xBB\xBF") == 0;
+}
+
+char* SkipDelimiters(char* text) {
+  while (kv::internal::IsTokenDelimiter(*text)) ++text;
+  return text;
+}
+
+// The sizes of the number types are copied without a call.
+void CopyNumber(unsigned char* target, const unsigned char* value, std::size_t size) {
+  switch (size) {
+    case 2:
+      std::memcpy(target, value, 2);
+      break;
+    case 4:
+      std::memcpy(target, value, 4);
+      break;
+    case 8:
+      std::memcpy(target, value, 8);
+      break;
+    default:
+      std::memcpy(target, value, size);
+  }
 }
 
 std::size_t LineBufferSize(int lineLength) {
@@ -95,7 +118,7 @@ int MTextFile::Readln(char* dst, int size) {
   if (m_DeleteBorderSpace) DeleteBorderSpace(m_Line.get());
   int stored = 0;
   if (dst != nullptr && size > 0) {
-    const std::size_t length = std::strlen(m_Line.get());
+    const std::size_t length = TextLength(m_Line.get());
     stored = static_cast<int>(std::min(static_cast<std::size_t>(size - 1), length));
     std::memcpy(dst, m_Line.get(), static_cast<std::size_t>(stored));
     dst[stored] = '\0';
@@ -113,24 +136,22 @@ int MTextFile::Readln(double* values, int count) { return Readln(values, count, 
 
 int MTextFile::Readln(void* out, int count, const char* format, int itemSize) {
   if (!Internals::ReadSignificantLine(*this)) return kEndOfFile;
-  char* token = m_Line.get() + std::strspn(m_Line.get(), kTokenDelimiters);
+  char* token = SkipDelimiters(m_Line.get());
   if (*token != '\0' && *token == m_EndChar) return kEndMarker;
 
   const NumberScanner scanner(format);
   const auto size = std::min(static_cast<std::size_t>(std::max(itemSize, 0)), kScannedSize);
+  char* const end = token + TextLength(token);
   auto* target = static_cast<unsigned char*>(out);
   int stored = 0;
-  while (target != nullptr && stored < count && *token != '\0') {
-    const std::size_t length = std::strcspn(token, kTokenDelimiters);
-    const bool isLast = token[length] == '\0';
-    token[length] = '\0';
+  while (target != nullptr && stored < count && token != end) {
     alignas(double) unsigned char value[kScannedSize] = {};
-    if (!scanner.Scan(token, length, value)) break;
-    std::memcpy(target, value, size);
+    char* const tokenEnd = scanner.Scan(token, end, value);
+    if (tokenEnd == nullptr) break;
+    CopyNumber(target, value, size);
     target += size;
     ++stored;
-    token += length;
-    if (!isLast) token += 1 + std::strspn(token + 1, kTokenDelimiters);
+    token = SkipDelimiters(tokenEnd);
   }
   return stored;
 }

@@ -12,30 +12,35 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 namespace kv::internal {
 namespace {
 
-// Converts the token when from_chars takes all of it.
+bool IsTokenEnd(char c) { return IsTokenDelimiter(c) || c == '\0'; }
+
+// Converts the token when from_chars takes all of it; gives its end, null otherwise.
 template <typename Number>
-bool ConvertWhole(std::string_view token, unsigned char (&value)[kScannedSize]) {
+char* ConvertWhole(char* token, const char* end, unsigned char (&value)[kScannedSize]) {
   Number number;
-  const char* end = token.data() + token.size();
-  const auto [stop, error] = std::from_chars(token.data(), end, number);
-  if (error != std::errc{} || stop != end) return false;
+  const auto [stop, error] = std::from_chars(token, end, number);
+  if (error != std::errc{} || !IsTokenEnd(*stop)) return nullptr;
   std::memcpy(value, &number, sizeof number);
-  return true;
+  return token + (stop - token);
+}
+
+const char* BehindMinus(const char* token) { return *token == '-' ? token + 1 : token; }
+
+// A leading zero announces another base to "%li".
+bool IsPrefixed(const char* token) {
+  const char* digits = BehindMinus(token);
+  return digits[0] == '0' && !IsTokenEnd(digits[1]);
 }
 
 // from_chars would also take "inf" and "nan", which are for sscanf to judge.
-bool IsPlainDecimal(std::string_view token) {
-  return token.find_first_not_of("0123456789+-.eE") == std::string_view::npos;
-}
-
-// A leading zero announces another base to "%li".
-bool IsPrefixed(std::string_view token) {
-  if (token.starts_with('-')) token.remove_prefix(1);
-  return token.size() > 1 && token.front() == '0';
+bool IsWord(const char* token) {
+  const char first = *BehindMinus(token);
+  return !IsDigit(first) && first != '.';
 }
 
 // "%", a length, a conversion, and nothing else. Long doubles are too wide.
@@ -77,32 +82,41 @@ NumberScanner::Conversion NumberScanner::Classify(const char* format) {
   return IsOneNumber(text) ? Conversion::kOtherNumber : Conversion::kNone;
 }
 
-bool NumberScanner::Scan(const char* token, std::size_t length,
-                         unsigned char (&value)[kScannedSize]) const {
-  const std::string_view text(token, length);
-  bool converted = false;
+char* NumberScanner::Scan(char* token, char* end, unsigned char (&value)[kScannedSize]) const {
+  char* tokenEnd = nullptr;
   switch (conversion_) {
     case Conversion::kInt:
-      converted = ConvertWhole<int>(text, value);
+      tokenEnd = ConvertWhole<int>(token, end, value);
       break;
     case Conversion::kUnsigned:
-      converted = ConvertWhole<unsigned>(text, value);
+      tokenEnd = ConvertWhole<unsigned>(token, end, value);
       break;
     case Conversion::kLong:
-      converted = !IsPrefixed(text) && ConvertWhole<long>(text, value);
+      if (!IsPrefixed(token)) tokenEnd = ConvertWhole<long>(token, end, value);
       break;
     case Conversion::kFloat:
-      converted = IsPlainDecimal(text) && ConvertWhole<float>(text, value);
+      if (!IsWord(token)) tokenEnd = ConvertWhole<float>(token, end, value);
       break;
     case Conversion::kDouble:
-      converted = IsPlainDecimal(text) && ConvertWhole<double>(text, value);
+      if (!IsWord(token)) tokenEnd = ConvertWhole<double>(token, end, value);
       break;
     case Conversion::kOtherNumber:
       break;
     case Conversion::kNone:
-      return false;
+      return nullptr;
   }
-  return converted || ScanOddToken(token, format_, value);
+  if (tokenEnd != nullptr) return tokenEnd;
+  tokenEnd = std::find_if(token, end, IsTokenDelimiter);
+  return ScanOdd(token, tokenEnd, value) ? tokenEnd : nullptr;
+}
+
+// The token stands alone while sscanf reads it: a carriage return, a vertical tab or a form feed at
+// its beginning would be skipped together with what follows.
+bool NumberScanner::ScanOdd(char* token, char* end, void* value) const {
+  const char behind = std::exchange(*end, '\0');
+  const bool isNumber = ScanOddToken(token, format_, value);
+  *end = behind;
+  return isNumber;
 }
 
 std::optional<int> ScanDecimal(std::string_view text) {
@@ -120,16 +134,9 @@ std::optional<int> ScanDecimal(std::string_view text) {
 }
 
 int ScanAtoi(const char* text) {
-  constexpr int kSafeDigits = 9;
-  int value = 0;
-  int digits = 0;
-  for (; IsDigit(text[digits]); ++digits) {
-    // NOLINTNEXTLINE(cert-err34-c) [callers rely on what atoi makes of an overflow]
-    if (digits == kSafeDigits) return std::atoi(text);
-    value = value * 10 + (text[digits] - '0');
-  }
+  const DigitRun digits = ScanDigits(text);
   // NOLINTNEXTLINE(cert-err34-c) [no digit at the beginning: white space, a sign, or no number]
-  return digits > 0 ? value : std::atoi(text);
+  return digits.size > 0 ? digits.value : std::atoi(text);
 }
 
 }  // namespace kv::internal

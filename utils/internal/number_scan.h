@@ -3,13 +3,19 @@
 #ifndef KVUTILS_UTILS_INTERNAL_NUMBER_SCAN_H_
 #define KVUTILS_UTILS_INTERNAL_NUMBER_SCAN_H_
 
+#include "utils/internal/characters.h"
+
 #include <cstddef>
+#include <cstdlib>
 #include <optional>
 #include <string_view>
 
 namespace kv::internal {
 
 inline constexpr std::size_t kScannedSize = 8;  // room for the widest value, a double
+
+// What parts the tokens of a line.
+constexpr bool IsTokenDelimiter(char c) { return c == ' ' || c == '\t' || c == '\n'; }
 
 // Reads tokens with one scan format: "%d", "%u", "%li", "%f", "%lf", or another single conversion
 // of an integer or a real number of at most eight bytes. Plain decimal tokens are converted
@@ -20,14 +26,16 @@ class NumberScanner {
   // A null format, and any that could write elsewhere than into one number, reads nothing.
   explicit NumberScanner(const char* format);
 
-  // Converts the `length` characters of `token`, which a NUL ends. True when they begin with a
-  // number; its bytes then stand at the beginning of `value`.
-  bool Scan(const char* token, std::size_t length, unsigned char (&value)[kScannedSize]) const;
+  // Converts the token that begins at `token` and reaches to the next delimiter or the NUL at
+  // `end`. Returns where it ends, with its number at the beginning of `value`; null when it does
+  // not begin with a number. The text is as before afterwards.
+  char* Scan(char* token, char* end, unsigned char (&value)[kScannedSize]) const;
 
  private:
   enum class Conversion { kInt, kUnsigned, kLong, kFloat, kDouble, kOtherNumber, kNone };
 
   static Conversion Classify(const char* format);
+  [[nodiscard]] bool ScanOdd(char* token, char* end, void* value) const;
 
   const char* format_;
   Conversion conversion_;
@@ -35,6 +43,21 @@ class NumberScanner {
 
 // What "%d" reads from the beginning of `text`; a number beyond int gives the nearest int.
 std::optional<int> ScanDecimal(std::string_view text);
+
+// The decimal digits at the beginning of a text.
+struct DigitRun {
+  int value;  // as atoi reads them, beyond int too
+  std::size_t size;
+};
+
+inline DigitRun ScanDigits(const char* text) {
+  constexpr std::size_t kSafeDigits = 9;  // any number of so many digits is an int
+  unsigned value = 0;
+  std::size_t size = 0;
+  for (; IsDigit(text[size]); ++size) value = value * 10 + static_cast<unsigned>(text[size] - '0');
+  // NOLINTNEXTLINE(cert-err34-c) [callers rely on what atoi makes of an overflow]
+  return {size <= kSafeDigits ? static_cast<int>(value) : std::atoi(text), size};
+}
 
 // What atoi reads from the beginning of `text`, beyond int too.
 int ScanAtoi(const char* text);

@@ -3,21 +3,33 @@
 #include "utils/internal/characters.h"
 #include "utils/internal/number_scan.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdint>
 
 namespace {
 
+using kv::internal::DigitRun;
 using kv::internal::IsDigit;
-using kv::internal::ScanAtoi;
+using kv::internal::ScanDigits;
 
 // A byte as a 16-bit value that keeps its sign bit: those above 127 are 65408 and up.
-std::uint16_t RawValue(char c) {
+constexpr std::uint16_t RawValue(char c) {
   return static_cast<std::uint16_t>(static_cast<std::int16_t>(static_cast<signed char>(c)));
 }
 
-std::uint16_t UpperValue(char c) {
-  return RawValue(c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c);
+// The raw values of the bytes in upper case, by byte.
+constexpr std::array<std::uint16_t, 256> MakeUpperValues() {
+  std::array<std::uint16_t, 256> values{};
+  for (unsigned byte = 0; byte < values.size(); ++byte) {
+    const char c = static_cast<char>(byte);
+    values[byte] = RawValue(c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c);
+  }
+  return values;
 }
+constexpr std::array<std::uint16_t, 256> kUpperValues = MakeUpperValues();
+
+int UpperValue(char c) { return kUpperValues[static_cast<unsigned char>(c)]; }
 
 bool IsText(char c) { return c != '\0' && !IsDigit(c); }
 
@@ -33,16 +45,20 @@ int CompareStringWithNumber(const char* a, const char* b) {
   if (b == nullptr) b = "";
   for (;;) {
     for (; IsText(*a) && IsText(*b); ++a, ++b) {
-      if (UpperValue(*a) != UpperValue(*b)) return UpperValue(*a) - UpperValue(*b);
+      if (const int difference = UpperValue(*a) - UpperValue(*b)) return difference;
     }
     // Callers rely on the raw characters deciding here, case included, and at the end of a name.
     if (!IsDigit(*a) || !IsDigit(*b)) return RawValue(*a) - RawValue(*b);
 
-    const int numberOfA = ScanAtoi(a);
-    const int numberOfB = ScanAtoi(b);
-    if (numberOfA != numberOfB) return WrappedDifference(numberOfA, numberOfB);
-    // Callers rely on leading zeros not being skipped: "007" and "7" differ behind their numbers.
-    for (; IsDigit(*a) && IsDigit(*b); ++a, ++b) {
+    const DigitRun numberOfA = ScanDigits(a);
+    const DigitRun numberOfB = ScanDigits(b);
+    if (numberOfA.value != numberOfB.value) {
+      return WrappedDifference(numberOfA.value, numberOfB.value);
     }
+    // Callers rely on leading zeros not being skipped: behind equal numbers both cursors move on
+    // while both see digits, so "007" and "7" differ behind their numbers.
+    const std::size_t digitsOfBoth = std::min(numberOfA.size, numberOfB.size);
+    a += digitsOfBoth;
+    b += digitsOfBoth;
   }
 }
