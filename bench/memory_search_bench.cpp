@@ -1,0 +1,174 @@
+// A needle in a hay of bytes, which it does not occur in or ends.
+#include <emmintrin.h>
+
+#include <algorithm>
+#include <functional>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "bench/support/comparison.h"
+#include "bench/support/main.h"
+#include "tests/reference/memory_search.h"
+#include "utils/internal/processor.h"
+#include "utils/text/memory_search_pair.h"
+#include "utils/text/memory_search_two_way.h"
+#include "utils/text/text.h"
+
+namespace {
+
+using Bytes = std::vector<unsigned char>;
+
+struct Input {
+  Bytes hay;
+  Bytes needle;
+
+  [[nodiscard]] unsigned HaySize() const { return static_cast<unsigned>(hay.size()); }
+  [[nodiscard]] unsigned NeedleSize() const { return static_cast<unsigned>(needle.size()); }
+  [[nodiscard]] std::size_t Places() const { return hay.size() - needle.size() + 1; }
+};
+
+int OffsetOf(Bytes::const_iterator found, const Bytes& hay) {
+  return found == hay.end() ? -1 : static_cast<int>(found - hay.begin());
+}
+
+int Library(const Input& input) {
+  return MemorySearch(input.hay.data(), input.HaySize(), input.needle.data(), input.NeedleSize());
+}
+
+int Plain(const Input& input) {
+  return kv::reference::MemorySearch(input.hay.data(), input.HaySize(), input.needle.data(),
+                                     input.NeedleSize());
+}
+
+int StdSearch(const Input& input) {
+  const auto& [hay, needle] = input;
+  return OffsetOf(std::search(hay.begin(), hay.end(), needle.begin(), needle.end()), hay);
+}
+
+int Horspool(const Input& input) {
+  const auto& [hay, needle] = input;
+  const std::boyer_moore_horspool_searcher searcher(needle.begin(), needle.end());
+  return OffsetOf(std::search(hay.begin(), hay.end(), searcher), hay);
+}
+
+int TwoWay(const Input& input) {
+  const std::size_t place =
+      kv::internal::FindByTwoWay(input.hay.data(), input.Places(), input.needle);
+  return place == input.Places() ? -1 : static_cast<int>(place);
+}
+
+// The places where the needle's ends stand, each looked at by nothing more.
+template <auto kForm>
+int Pairs(const Input& input) {
+  const kv::internal::BytePair ends = {input.needle.front(), input.needle.back(),
+                                       input.needle.size() - 1};
+  std::size_t place = 0;
+  int count = 0;
+  for (;; ++place, ++count) {
+    place += kForm(input.hay.data() + place, input.Places() - place, ends);
+    if (place == input.Places()) return count;
+  }
+}
+
+int ReadAll(const Input& input) {
+  __m128i sum = _mm_setzero_si128();
+  __m128i secondSum = sum;
+  for (std::size_t i = 0; i + 32 <= input.hay.size(); i += 32) {
+    const auto* blocks = reinterpret_cast<const __m128i*>(input.hay.data() + i);
+    sum = _mm_xor_si128(sum, _mm_loadu_si128(blocks));
+    secondSum = _mm_xor_si128(secondSum, _mm_loadu_si128(blocks + 1));
+  }
+  return _mm_cvtsi128_si32(_mm_xor_si128(sum, secondSum));
+}
+
+struct Form {
+  std::string name;
+  int (*search)(const Input&);
+};
+
+const std::vector<Form> kForms = {{"library", Library},
+                                  {"plain", Plain},
+                                  {"std::search", StdSearch},
+                                  {"std::boyer_moore_horspool_searcher", Horspool},
+                                  {"two-way alone", TwoWay}};
+
+Bytes Noise(std::size_t size, unsigned bytesInUse = 0xFF) {
+  std::mt19937 random(20240302 + static_cast<unsigned>(size));
+  Bytes bytes(size);
+  for (unsigned char& byte : bytes) byte = static_cast<unsigned char>(random() % bytesInUse);
+  return bytes;
+}
+
+// Words of letters as frequent as in English.
+Bytes Prose(std::size_t size) {
+  const std::string letters =
+      "      eeeeeeeetttttaaaaaooooiiiiinnnnnsssshhhhrrrrddllluuccmmwwffggyyppbbvk.";
+  std::mt19937 random(20240303);
+  Bytes bytes(size);
+  for (unsigned char& byte : bytes)
+    byte = static_cast<unsigned char>(letters[random() % letters.size()]);
+  return bytes;
+}
+
+// The end of the hay, whose last byte stands nowhere else.
+Input AtTheEnd(Bytes hay, std::size_t needleSize) {
+  hay.back() = 0xFF;
+  Bytes needle(hay.end() - static_cast<std::ptrdiff_t>(needleSize), hay.end());
+  return {std::move(hay), std::move(needle)};
+}
+
+// The letter a, and a needle of it with one b, at the given place.
+Input Repetitive(std::size_t haySize, std::size_t needleSize, std::size_t place) {
+  Input input = {Bytes(haySize, 'a'), Bytes(needleSize, 'a')};
+  input.needle[place] = 'b';
+  return input;
+}
+
+constexpr int kAsAlways = 0;
+
+void Compare(const std::string& operation, Input input, int repetitions = kAsAlways) {
+  const auto shared = std::make_shared<const Input>(std::move(input));
+  kv::bench::Comparison comparison("MemorySearch, " + operation);
+  comparison.Repeat(repetitions);
+  for (const Form& form : kForms)
+    comparison.Add(form.name, [shared, form] { return form.search(*shared); });
+  comparison.Add("limit: reading the memory", [shared] { return ReadAll(*shared); });
+  if (shared->hay.front() == shared->hay.back()) return;
+  comparison.Add("pairs, SSE2", [shared] { return Pairs<kv::internal::FindPairBySse2>(*shared); });
+  if (kv::internal::g_processor.avx2)
+    comparison.Add("pairs, AVX2",
+                   [shared] { return Pairs<kv::internal::FindPairByAvx2>(*shared); });
+}
+
+}  // namespace
+
+void kv::bench::CheckAgreement() {
+  std::mt19937 random(20240304);
+  for (int i = 0; i < 20'000; ++i) {
+    const unsigned bytesInUse = 1 + random() % 3;
+    Input input = {Noise(random() % 200, bytesInUse), Noise(1 + random() % 8, bytesInUse)};
+    if (input.hay.size() < input.needle.size()) continue;
+    for (const Form& form : kForms) Require(form.search(input) == Plain(input), form.name.c_str());
+  }
+}
+
+void kv::bench::RegisterComparisons() {
+  for (const std::size_t size : {4U, 8U, 16U, 64U, 4096U})
+    Compare(std::to_string(size) + " bytes, needle 4", AtTheEnd(Noise(size), 4));
+  for (const std::size_t needle : {1U, 4U, 16U, 64U})
+    Compare("65535 bytes, needle " + std::to_string(needle), AtTheEnd(Noise(65535), needle));
+  constexpr int kFewRepetitions = 5;
+  for (const std::size_t needle : {4U, 16U, 64U})
+    Compare("64 MiB, needle " + std::to_string(needle), AtTheEnd(Noise(64U << 20), needle),
+            kFewRepetitions);
+  Compare("64 MiB of prose, needle 16", AtTheEnd(Prose(64U << 20), 16), kFewRepetitions);
+  for (const std::size_t size : {64U, 1000U})
+    Compare(std::to_string(size) + " times a, needle aba", Repetitive(size, 3, 1));
+  for (const std::size_t place : {1U, 8U, 14U})
+    Compare("1 MiB of a, needle 16 with b at " + std::to_string(place),
+            Repetitive(1U << 20, 16, place), kFewRepetitions);
+  Compare("65535 times a, needle 4096 with b at 2048", Repetitive(65535, 4096, 2048),
+          kFewRepetitions);
+}
