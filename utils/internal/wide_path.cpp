@@ -40,12 +40,12 @@ std::string NarrowPath(std::wstring_view path) {
   if (path.empty() || path.size() > INT_MAX) return {};
   const int units = static_cast<int>(path.size());
   char buffer[1024];
-  int bytes = ::WideCharToMultiByte(CP_UTF8, 0, path.data(), units, buffer, sizeof buffer, nullptr,
-                                    nullptr);
-  if (bytes > 0) return {buffer, static_cast<std::size_t>(bytes)};
-
-  bytes = ::WideCharToMultiByte(CP_UTF8, 0, path.data(), units, nullptr, 0, nullptr, nullptr);
+  const bool isShort = path.size() <= sizeof buffer / 3;  // no unit takes more than three bytes
+  const int bytes = ::WideCharToMultiByte(CP_UTF8, 0, path.data(), units, buffer,
+                                          isShort ? sizeof buffer : 0, nullptr, nullptr);
   if (bytes <= 0) return {};
+  if (isShort) return {buffer, static_cast<std::size_t>(bytes)};
+
   std::string text(static_cast<std::size_t>(bytes), '\0');
   ::WideCharToMultiByte(CP_UTF8, 0, path.data(), units, text.data(), bytes, nullptr, nullptr);
   return text;

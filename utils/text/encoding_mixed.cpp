@@ -1,6 +1,7 @@
 // Between the blocks of ASCII (encoding_ascii.h) characters are taken in runs of one length, as
 // most languages have them: each length has a short loop of its own, whose branches the processor
-// predicts. A single ASCII character between others, a space mostly, is taken with their runs.
+// predicts. A single ASCII character between others, a space mostly, is taken with their runs. Runs
+// are not taken in vectors, which only texts of megabytes would show: names and paths are short.
 //
 // This is done where the output has room for whatever the input can give, so that no store asks. A
 // smaller room is ample for a part of the input, which leaves it ample for a part of the rest, and

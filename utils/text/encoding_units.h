@@ -17,8 +17,8 @@ constexpr bool IsLowSurrogate(unsigned unit) { return (unit & 0xFC00) == 0xDC00;
 // The leads of the characters that Latin-1 has beyond ASCII.
 constexpr bool IsIsolat1Lead(unsigned byte) { return byte == 0xC2 || byte == 0xC3; }
 
-// The bits of a character so far and those of its next byte.
-constexpr unsigned Append(unsigned value, unsigned byte) { return (value << 6) | (byte & 0x3F); }
+// The bits of a character so far and the six of its next byte.
+constexpr unsigned Append(unsigned bits, unsigned more) { return (bits << 6) | (more & 0x3F); }
 
 // Reads a character of `length` bytes, two to four, and goes behind it. False for anything else:
 // for another lead, a missing continuation byte and a value beyond Unicode.
