@@ -1,15 +1,13 @@
 // Checksums of data in memory.
-#include <emmintrin.h>
-
 #include <cstdint>
 #include <memory>
-#include <numeric>
 #include <random>
 #include <string>
 #include <vector>
 
 #include "bench/support/comparison.h"
 #include "bench/support/main.h"
+#include "bench/support/memory.h"
 #include "tests/reference/crc32.h"
 #include "utils/download/crc32_forms.h"
 #include "utils/download/download.h"
@@ -38,22 +36,6 @@ unsigned Zlib(const Bytes& bytes) {
 template <auto kForm>
 unsigned Internal(const Bytes& bytes) {
   return ~kForm(0xFFFFFFFF, bytes.data(), bytes.size());
-}
-
-// All bytes once through registers of 128 bits.
-unsigned ReadAll(const Bytes& bytes) {
-  const auto* block = reinterpret_cast<const __m128i*>(bytes.data());
-  const auto* const end = block + bytes.size() / sizeof(__m128i);
-  __m128i sum = _mm_setzero_si128();
-  __m128i secondSum = sum;
-  for (; end - block >= 2; block += 2) {
-    sum = _mm_xor_si128(sum, _mm_loadu_si128(block));
-    secondSum = _mm_xor_si128(secondSum, _mm_loadu_si128(block + 1));
-  }
-  sum = _mm_xor_si128(sum, secondSum);
-  if (block != end) sum = _mm_xor_si128(sum, _mm_loadu_si128(block++));
-  return std::accumulate(reinterpret_cast<const unsigned char*>(block), bytes.data() + bytes.size(),
-                         static_cast<unsigned>(_mm_cvtsi128_si32(sum)));
 }
 
 struct Form {

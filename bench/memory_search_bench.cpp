@@ -1,6 +1,4 @@
 // A needle in a hay of bytes, which it does not occur in or ends.
-#include <emmintrin.h>
-
 #include <algorithm>
 #include <functional>
 #include <memory>
@@ -10,6 +8,7 @@
 
 #include "bench/support/comparison.h"
 #include "bench/support/main.h"
+#include "bench/support/memory.h"
 #include "tests/reference/memory_search.h"
 #include "utils/internal/processor.h"
 #include "utils/text/memory_search_pair.h"
@@ -72,17 +71,6 @@ int Pairs(const Input& input) {
   }
 }
 
-int ReadAll(const Input& input) {
-  __m128i sum = _mm_setzero_si128();
-  __m128i secondSum = sum;
-  for (std::size_t i = 0; i + 32 <= input.hay.size(); i += 32) {
-    const auto* blocks = reinterpret_cast<const __m128i*>(input.hay.data() + i);
-    sum = _mm_xor_si128(sum, _mm_loadu_si128(blocks));
-    secondSum = _mm_xor_si128(secondSum, _mm_loadu_si128(blocks + 1));
-  }
-  return _mm_cvtsi128_si32(_mm_xor_si128(sum, secondSum));
-}
-
 struct Form {
   std::string name;
   int (*search)(const Input&);
@@ -134,7 +122,7 @@ void Compare(const std::string& operation, Input input, int repetitions = kAsAlw
   comparison.Repeat(repetitions);
   for (const Form& form : kForms)
     comparison.Add(form.name, [shared, form] { return form.search(*shared); });
-  comparison.Add("limit: reading the memory", [shared] { return ReadAll(*shared); });
+  comparison.Add("limit: reading the memory", [shared] { return kv::bench::ReadAll(shared->hay); });
   if (shared->hay.front() == shared->hay.back()) return;
   comparison.Add("pairs, SSE2", [shared] { return Pairs<kv::internal::FindPairBySse2>(*shared); });
   if (kv::internal::g_processor.avx2)
