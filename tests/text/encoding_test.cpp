@@ -72,26 +72,34 @@ void CheckWellFormed(Converter<Out, In> convert, const std::vector<WellFormed<Ou
 template <typename Out, typename In>
 void CheckEmptyInputs(Converter<Out, In> convert) {
   const In text[] = {'a', 'b', 0};
+  constexpr int kRoom = 100;
+  GuardedBuffer<Out> buffer(kRoom);
+  int outLen = kRoom;
   for (const int length : {0, -1, INT_MIN}) {
-    GuardedBuffer<Out> buffer(2);
-    int outLen = 2;
     EXPECT_EQ(convert(buffer.Get(), outLen, text, length), 0);
     EXPECT_EQ(convert(buffer.Get(), outLen, nullptr, length), 0);
-    EXPECT_EQ(convert(buffer.Get(), outLen, nullptr, 2), 0);
-    EXPECT_EQ(outLen, 2);
-    buffer.ExpectHolds({});
   }
+  for (const int length : {1, 2, 16, 100}) {
+    EXPECT_EQ(convert(buffer.Get(), outLen, nullptr, length), 0);
+  }
+  EXPECT_EQ(outLen, kRoom);
+  buffer.ExpectHolds({});
 }
 
 // A capacity below 0 is no room, also with an output.
 template <typename Out, typename In>
 void CheckNegativeCapacity(Converter<Out, In> convert) {
-  const In text[] = {'a', 'b', 0};
-  GuardedBuffer<Out> buffer(2);
-  int outLen = -5;
-  EXPECT_EQ(convert(buffer.Get(), outLen, text, 2), -1);
-  EXPECT_EQ(outLen, 2);
-  buffer.ExpectHolds({});
+  for (const int length : {1, 2, 16, 100}) {
+    SCOPED_TRACE(length);
+    const std::basic_string<In> text(static_cast<std::size_t>(length), static_cast<In>('a'));
+    for (const int capacity : {-1, -5, INT_MIN}) {
+      GuardedBuffer<Out> buffer(text.size());
+      int outLen = capacity;
+      EXPECT_EQ(convert(buffer.Get(), outLen, text.data(), length), -1);
+      EXPECT_EQ(outLen, length);
+      buffer.ExpectHolds({});
+    }
+  }
 }
 
 // Malformed input with what is stored of it at a capacity.
