@@ -222,10 +222,13 @@ class KVUTILS_API MTextFile {
   // returns how many; the first token that is no number ends the row, surplus tokens are dropped.
   // -2 when the first token begins with the end character, -1 at the end of the file, 0 for a
   // significant blank line. Numbers are read as sscanf reads them: "%d" for short and int, "%u" for
-  // the unsigned types, "%li" for long (0x and octal 0 prefixes), "%f" and "%lf"; decimal fractions
-  // are correctly rounded, and the odd cases (overflow, "inf", "0x10", a tail such as "12abc") are
-  // those of the run-time library that the compiler binds, libmingwex with this one. Callers rely
-  // on it: no range is checked, a short takes the low 16 bits of what was read.
+  // the unsigned types, "%li" for long (0x and octal 0 prefixes), "%f" and "%lf". Plain decimals
+  // (digits with perhaps a minus, a point and an exponent) are correctly rounded. The odd cases are
+  // those of the sscanf that the compiler binds into the library, with this one libmingwex's and
+  // not the system's: a number beyond the range of "%d" or "%li" gives the nearest one within it,
+  // beyond that of "%u" 4294967295; "inf", "nan" and "0x10" are reals; of "12abc", "1e" and "1d5"
+  // the beginning counts. Callers rely on it: no range is checked, a short takes the low 16 bits of
+  // what was read.
   int Readln(short* values, int count);
   int Readln(unsigned short* values, int count);
   int Readln(int* values, int count);

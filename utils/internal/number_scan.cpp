@@ -57,14 +57,18 @@ bool IsOneNumber(std::string_view format) {
          isOneOf(length, "", "l");
 }
 
-// sscanf on a token whose point is ".", whatever the process's locale: what the locale takes for
-// the point ends a number here.
-bool ScanOddToken(const char* token, const char* format, void* value) {
+bool ScanWhole(const char* token, const char* format, void* value) {
+  return std::sscanf(token, format, value) == 1;
+}
+
+// The same with "." for the point, whatever the process's locale: what the locale takes for the
+// point ends a number here.
+bool ScanReal(const char* token, const char* format, void* value) {
   const char point = *std::localeconv()->decimal_point;
-  if (point == '.') return std::sscanf(token, format, value) == 1;
+  if (point == '.') return ScanWhole(token, format, value);
   std::string localized(token, std::strcspn(token, std::string(1, point).c_str()));
   std::replace(localized.begin(), localized.end(), '.', point);
-  return std::sscanf(localized.c_str(), format, value) == 1;
+  return ScanWhole(localized.c_str(), format, value);
 }
 
 }  // namespace
@@ -84,6 +88,7 @@ NumberScanner::Conversion NumberScanner::Classify(const char* format) {
 
 char* NumberScanner::Scan(char* token, char* end, unsigned char (&value)[kScannedSize]) const {
   char* tokenEnd = nullptr;
+  auto scanOdd = &ScanWhole;
   switch (conversion_) {
     case Conversion::kInt:
       tokenEnd = ConvertWhole<int>(token, end, value);
@@ -96,27 +101,27 @@ char* NumberScanner::Scan(char* token, char* end, unsigned char (&value)[kScanne
       break;
     case Conversion::kFloat:
       if (!IsWord(token)) tokenEnd = ConvertWhole<float>(token, end, value);
+      scanOdd = &ScanReal;
       break;
     case Conversion::kDouble:
       if (!IsWord(token)) tokenEnd = ConvertWhole<double>(token, end, value);
+      scanOdd = &ScanReal;
       break;
     case Conversion::kOtherNumber:
+      scanOdd = &ScanReal;
       break;
     case Conversion::kNone:
       return nullptr;
   }
   if (tokenEnd != nullptr) return tokenEnd;
-  tokenEnd = std::find_if(token, end, IsTokenDelimiter);
-  return ScanOdd(token, tokenEnd, value) ? tokenEnd : nullptr;
-}
 
-// The token stands alone while sscanf reads it: a carriage return, a vertical tab or a form feed at
-// its beginning would be skipped together with what follows.
-bool NumberScanner::ScanOdd(char* token, char* end, void* value) const {
-  const char behind = std::exchange(*end, '\0');
-  const bool isNumber = ScanOddToken(token, format_, value);
-  *end = behind;
-  return isNumber;
+  // The token stands alone while sscanf reads it: a carriage return, a vertical tab or a form feed
+  // at its beginning would be skipped together with what follows.
+  tokenEnd = std::find_if(token, end, IsTokenDelimiter);
+  const char behind = std::exchange(*tokenEnd, '\0');
+  const bool isNumber = scanOdd(token, format_, value);
+  *tokenEnd = behind;
+  return isNumber ? tokenEnd : nullptr;
 }
 
 std::optional<int> ScanDecimal(std::string_view text) {

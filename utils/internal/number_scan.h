@@ -35,7 +35,6 @@ class NumberScanner {
   enum class Conversion { kInt, kUnsigned, kLong, kFloat, kDouble, kOtherNumber, kNone };
 
   static Conversion Classify(const char* format);
-  [[nodiscard]] bool ScanOdd(char* token, char* end, void* value) const;
 
   const char* format_;
   Conversion conversion_;

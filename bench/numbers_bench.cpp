@@ -1,0 +1,230 @@
+// Rows of numbers and lines of text files.
+#include <windows.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <random>
+#include <string>
+
+#include "bench/support/comparison.h"
+#include "bench/support/main.h"
+#include "tests/reference/numbers.h"
+#include "utils/files/files.h"
+#include "utils/internal/number_scan.h"
+
+namespace {
+
+using kv::reference::LineReader;
+
+using ScanFunction = int (*)(const char*, const char*, ...);
+
+constexpr int kColumns = 5;
+constexpr int kDifferentRows = 20'000;
+constexpr int kRows = 1'000'000;
+constexpr int kRepetitions = 3;
+constexpr int kLineSize = 4096;
+
+// A file of the system's temporary folder, gone at the end of the program.
+class TemporaryFile {
+ public:
+  TemporaryFile(const std::string& name, const std::string& part, int parts)
+      : path_((std::filesystem::temp_directory_path() / (name + "_" + Tag() + ".txt")).string()) {
+    std::FILE* file = std::fopen(path_.c_str(), "wb");
+    kv::bench::Require(file != nullptr, "the temporary file cannot be written");
+    for (int i = 0; i < parts; ++i) std::fwrite(part.data(), 1, part.size(), file);
+    std::fclose(file);
+  }
+  ~TemporaryFile() { std::remove(path_.c_str()); }
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+  [[nodiscard]] const char* Path() const { return path_.c_str(); }
+
+ private:
+  static std::string Tag() { return std::to_string(::GetCurrentProcessId()); }
+
+  std::string path_;
+};
+
+template <typename... Values>
+std::string Row(const char* format, Values... values) {
+  char row[200];
+  return {row, static_cast<std::size_t>(std::snprintf(row, sizeof row, format, values...))};
+}
+
+std::string RowsOfIntegers() {
+  std::mt19937 random(20240301);
+  std::string text;
+  for (int i = 0; i < kDifferentRows; ++i) {
+    text += Row("%u %u %u %d %u\r\n", random() % 1'000'000, random() % 360, random() % 60,
+                static_cast<int>(random() % 180) - 90, random() % 100'000'000);
+  }
+  return text;
+}
+
+std::string RowsOfReals() {
+  std::mt19937 random(20240302);
+  std::uniform_real_distribution<double> unit(0, 1);
+  std::string text;
+  for (int i = 0; i < kDifferentRows; ++i) {
+    text += Row("%.6f %.6f %.2f %.4f %.8f\r\n", unit(random) * 360, unit(random) * 180 - 90,
+                unit(random) * 20, unit(random) * 1000, unit(random));
+  }
+  return text;
+}
+
+using Stream = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
+Stream OpenedStream(const char* path) { return {std::fopen(path, "rt"), &std::fclose}; }
+
+// Calls `read` until it gives -1 for the end of the file.
+template <typename Read>
+void ReadRows(Read read) {
+  int rows = 0;
+  while (read() != -1) ++rows;
+  kv::bench::Require(rows == kRows, "rows were lost");
+}
+
+template <typename Value>
+void ReadByLibrary(const char* path) {
+  MTextFile file;
+  file.Open(path, false);
+  Value values[kColumns];
+  ReadRows([&] { return file.Readln(values, kColumns); });
+}
+
+template <typename Value>
+void ReadByScan(const char* path, const char* format, ScanFunction scan) {
+  const Stream stream = OpenedStream(path);
+  LineReader reader(stream.get());
+  Value values[kColumns];
+  ReadRows([&] { return reader.Row(values, kColumns, format, scan); });
+}
+
+void ReadLinesAlone(const char* path) {
+  const Stream stream = OpenedStream(path);
+  char line[kLineSize];
+  ReadRows([&] { return std::fgets(line, sizeof line, stream.get()) == nullptr ? -1 : 0; });
+}
+
+// sscanf of the system's run-time library; the compiler binds another.
+ScanFunction SystemScan() {
+  return reinterpret_cast<ScanFunction>(
+      reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(L"msvcrt.dll"), "sscanf")));
+}
+
+template <typename Value>
+void CompareRows(const std::string& what, const std::shared_ptr<TemporaryFile>& file,
+                 const char* format) {
+  kv::bench::Comparison comparison("Readln, 1000000 rows of five " + what);
+  comparison.Repeat(kRepetitions)
+      .Add("library", [file] { ReadByLibrary<Value>(file->Path()); })
+      .Add("plain", [file, format] { ReadByScan<Value>(file->Path(), format, std::sscanf); })
+      .Add("limit fgets alone", [file] { ReadLinesAlone(file->Path()); });
+  if (const ScanFunction scan = SystemScan(); scan != nullptr) {
+    comparison.Add("msvcrt sscanf",
+                   [file, format, scan] { ReadByScan<Value>(file->Path(), format, scan); });
+  }
+}
+
+void CompareLines(const std::shared_ptr<TemporaryFile>& file) {
+  kv::bench::Comparison("Readln, 1000000 rows as text")
+      .Repeat(kRepetitions)
+      .Add("library",
+           [file] {
+             MTextFile reader;
+             reader.Open(file->Path(), false);
+             char line[kLineSize];
+             ReadRows([&] { return reader.Readln(line, sizeof line); });
+           })
+      .Add("plain",
+           [file] {
+             const Stream stream = OpenedStream(file->Path());
+             LineReader reader(stream.get());
+             char line[kLineSize];
+             ReadRows([&] { return reader.Text(line, sizeof line); });
+           })
+      .Add("limit fgets alone", [file] { ReadLinesAlone(file->Path()); });
+}
+
+// The number of one token, without the file.
+void CompareTokens(const char* format, const char* token) {
+  kv::bench::Comparison comparison(std::string("number of \"") + token + "\" by " + format);
+  const auto byScan = [format, token](ScanFunction scan) {
+    return [format, token, scan] {
+      double value = 0;
+      scan(token, format, &value);
+      return value;
+    };
+  };
+  comparison
+      .Add("library",
+           [format, text = std::string(token)]() mutable {
+             alignas(double) unsigned char value[kv::internal::kScannedSize] = {};
+             char* end = text.data() + text.size();
+             kv::internal::NumberScanner(format).Scan(text.data(), end, value);
+             return value[0];
+           })
+      .Add("plain", byScan(std::sscanf));
+  if (const ScanFunction scan = SystemScan()) comparison.Add("msvcrt sscanf", byScan(scan));
+}
+
+// A file opened, its first row read, and closed again.
+void CompareShortVisits(const std::shared_ptr<TemporaryFile>& file) {
+  kv::bench::Comparison("Open, Readln of one row of integers, Close")
+      .Add("library",
+           [file] {
+             MTextFile reader;
+             reader.Open(file->Path(), false);
+             int values[kColumns];
+             return reader.Readln(values, kColumns);
+           })
+      .Add("plain", [file] {
+        const Stream stream = OpenedStream(file->Path());
+        char mark[4];
+        std::fgets(mark, sizeof mark, stream.get());
+        std::fseek(stream.get(), 0, SEEK_SET);
+        LineReader reader(stream.get());
+        int values[kColumns];
+        return reader.Row(values, kColumns, "%d", std::sscanf);
+      });
+}
+
+template <typename Value>
+void CheckRows(const char* path, const char* format) {
+  const Stream stream = OpenedStream(path);
+  LineReader reader(stream.get());
+  MTextFile file;
+  file.Open(path, false);
+  for (int row = 0; row < kDifferentRows; ++row) {
+    Value expected[kColumns];
+    Value values[kColumns];
+    kv::bench::Require(reader.Row(expected, kColumns, format, std::sscanf) == kColumns, "row");
+    kv::bench::Require(file.Readln(values, kColumns) == kColumns, "Readln");
+    for (int i = 0; i < kColumns; ++i) kv::bench::Require(values[i] == expected[i], "Readln");
+  }
+}
+
+std::shared_ptr<TemporaryFile> FileOf(const char* name, const std::string& rows) {
+  return std::make_shared<TemporaryFile>(name, rows, kRows / kDifferentRows);
+}
+
+}  // namespace
+
+// Decimals of up to eight significant digits are read alike by all; the bound library's sscanf
+// rounds longer ones twice.
+void kv::bench::CheckAgreement() {
+  CheckRows<int>(TemporaryFile("integers", RowsOfIntegers(), 1).Path(), "%d");
+  CheckRows<float>(TemporaryFile("reals", RowsOfReals(), 1).Path(), "%f");
+}
+
+void kv::bench::RegisterComparisons() {
+  const auto integers = FileOf("integers", RowsOfIntegers());
+  const auto reals = FileOf("reals", RowsOfReals());
+  CompareRows<int>("integers", integers, "%d");
+  CompareRows<double>("reals", reals, "%lf");
+  CompareLines(integers);
+  CompareShortVisits(integers);
+  CompareTokens("%d", "123456");
+  CompareTokens("%lf", "-12899199.520548");
+}
