@@ -1,15 +1,18 @@
 #include "utils/text/text.h"
 
 #include "utils/internal/number_scan.h"
+#include "utils/text/code_page.h"
+#include "utils/text/collation.h"
+#include "utils/text/collation_system.h"
 
 #include <cstring>
 #include <string>
 
 namespace {
 
-using kv::internal::ScanDecimal;
+using namespace kv::internal;
 
-// A name without its parentheses. Sorting asks often, so a name that has none is not copied.
+// A name without its parentheses; one that has none is not copied.
 class WithoutParentheses {
  public:
   explicit WithoutParentheses(const char* name) : text_(name) {
@@ -29,10 +32,18 @@ class WithoutParentheses {
   std::string copy_;
 };
 
+int CompareCopiesBySystem(const char* a, const char* b, unsigned flags) {
+  return CompareBySystem(WithoutParentheses(a).Get(), WithoutParentheses(b).Get(), flags);
+}
+
 }  // namespace
 
 int CompareAsterNameWithNumber(const char* a, const char* b) {
-  return CompareStrings(WithoutParentheses(a).Get(), WithoutParentheses(b).Get(), false);
+  EnsureCodePage();
+  const unsigned flags = ComparisonFlags(false);
+  const Verdict verdict = CompareByRanks(a, b, flags, Parentheses::kDropped);
+  if (IsDecided(verdict)) return static_cast<int>(verdict);
+  return CompareCopiesBySystem(a, b, flags);
 }
 
 int SortAsterNameWithNumber(const char* a, const char* b) {

@@ -23,8 +23,6 @@ constexpr LanguageCodePage kLanguageCodePages[] = {
     {"ja", kJapaneseCodePage}, {"nl", kWesternCodePage},
 };
 
-int currentCodePage = kNoCodePage;
-
 int CodePageOf(std::string_view language) {
   for (const LanguageCodePage& row : kLanguageCodePages) {
     if (row.language == language) return row.codePage;
@@ -34,13 +32,11 @@ int CodePageOf(std::string_view language) {
 
 }  // namespace
 
-int kv::internal::CurrentCodePage() { return currentCodePage; }
+int kv::internal::g_currentCodePage = kNoCodePage;
 
-void kv::internal::EnsureCodePage() {
-  if (currentCodePage == kNoCodePage) ::_setmbcp(SetCodePage(::GetSystemLocale()));
-}
+void kv::internal::SetCodePageOfLanguage() { ::_setmbcp(SetCodePage(::GetSystemLocale())); }
 
 int SetCodePage(const char* language) {
-  currentCodePage = CodePageOf(language == nullptr ? "" : language);
-  return currentCodePage;
+  g_currentCodePage = CodePageOf(language == nullptr ? "" : language);
+  return g_currentCodePage;
 }

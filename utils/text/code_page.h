@@ -11,11 +11,17 @@ inline constexpr int kCyrillicCodePage = 1251;
 inline constexpr int kJapaneseCodePage = 932;
 
 // What SetCodePage stored last; kNoCodePage before that.
-int CurrentCodePage();
+extern int g_currentCodePage;
+inline int CurrentCodePage() { return g_currentCodePage; }
 
-// When none is set, sets the code page of the user-interface language, also as the multi-byte code
-// page of the C run-time library.
-void EnsureCodePage();
+// Sets the code page of the user-interface language, also as the multi-byte code page of the C
+// run-time library.
+void SetCodePageOfLanguage();
+
+// Does so when none is set.
+inline void EnsureCodePage() {
+  if (CurrentCodePage() == kNoCodePage) SetCodePageOfLanguage();
+}
 
 }  // namespace kv::internal
 

@@ -1,0 +1,360 @@
+// When the comparisons of names ask the system, and what they make of its answers. What has been
+// learned stays for the life of the process, so each case needs a process of its own.
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "tests/reference/collation.h"
+#include "tests/support/failing_system.h"
+#include "tests/support/import_patch.h"
+#include "tests/text/collation_pairs.h"
+#include "tests/text/collation_questions.h"
+#include "utils/text/text.h"
+
+namespace {
+
+using kv::test::AnswerOfSystem;
+using kv::test::Questions;
+
+int WordSort(const char* a, const char* b) { return CompareStrings(a, b, false); }
+int StringSort(const char* a, const char* b) { return CompareStrings(a, b, true); }
+
+// One comparison for each set of flags.
+constexpr struct Form {
+  const char* language;
+  int (*compare)(const char*, const char*);
+  unsigned flags;
+} kForms[] = {
+    {"en", WordSort, 0x30},
+    {"en", StringSort, 0x1030},
+    {"ru", WordSort, 0x10},
+    {"ru", StringSort, 0x1010},
+};
+
+constexpr struct Pair {
+  const char* a;
+  const char* b;
+} kAsciiPairs[] = {
+    {"a", "b"},      {"Ceres", "Pallas"}, {"pallas", "PALLAS"}, {"M 31", "M 33"},
+    {"M 3", "M 31"}, {"", "a"},           {"NGC 1", "ngc 1"},   {"co-op", "coal"},
+    {"x.y", "x,y"},  {"A", "a"},          {"Vega", "vEGA"},
+};
+
+// An accent, words of Cyrillic, both, a capital.
+constexpr Pair kLetterPairs[] = {
+    {"C\xC3\xA9res", "Cyres"},
+    {"\xD0\x92\xD0\xB5\xD0\xB3\xD0\xB0", "\xD0\x94\xD0\xB5\xD0\xBD\xD0\xB5\xD0\xB1"},
+    {"\xC5\xA0\x61", "\xD0\x92"},
+    {"\xC3\xA9", "\xC3\x89"},
+};
+
+// Hyphens alone, kana, a mark behind a letter, several letters in one, malformed UTF-8.
+constexpr Pair kPairsForTheSystem[] = {
+    {"x\xE3\x81\x82", "x\xE3\x81\x84"},
+    {"ae\xCC\x81", "ae"},
+    {"Stra\xC3\x9F"
+     "e",
+     "Strasse"},
+    {"a\x80", "a\xFF"},
+    {"a\xC3", "a"},
+    {"a\xC3(", "a\xC3)"},
+    {"\xF0\x9F\x8C\x9F", ""},
+    {"\xCE\xB1", "\xCE\xB2"},
+};
+constexpr Pair kWordsWithHyphens[] = {{"co-op", "coop"}, {"co-op", "CO-OP"}, {"'a", "a'"}};
+
+void Warm() {
+  for (const Form& form : kForms) {
+    SetCodePage(form.language);
+    for (const auto& pairs : {kAsciiPairs[0], kLetterPairs[0]}) form.compare(pairs.a, pairs.b);
+  }
+}
+
+// Compares the pairs under `form`: results are those of the system, which is asked `questions`
+// times for each.
+void CheckPair(const Form& form, const Pair& pair, int questions) {
+  SCOPED_TRACE(testing::Message() << pair.a << " / " << pair.b << std::hex << ", " << form.flags);
+  SetCodePage(form.language);
+  const Questions asked;
+  EXPECT_EQ(form.compare(pair.a, pair.b), kv::reference::CompareUtf8(pair.a, pair.b, form.flags));
+  EXPECT_EQ(Questions::Count(), questions);
+}
+
+template <std::size_t count>
+void CheckPairs(const Pair (&pairs)[count], int questions) {
+  for (const Form& form : kForms) {
+    for (const Pair& pair : pairs) {
+      CheckPair(form, pair, questions);
+      CheckPair(form, {pair.b, pair.a}, questions);
+    }
+  }
+}
+
+TEST(CollationLearning, LeavesNothingToAskOfAsciiAndLetters) {
+  Warm();
+  CheckPairs(kAsciiPairs, 0);
+  CheckPairs(kLetterPairs, 0);
+}
+
+TEST(CollationLearning, AsksOnceForEveryOtherPair) {
+  Warm();
+  CheckPairs(kPairsForTheSystem, 1);
+  for (const Pair& pair : kWordsWithHyphens) {
+    CheckPair(kForms[0], pair, 1);
+    CheckPair(kForms[2], pair, 1);
+  }
+  const Form asteroids = {"en", CompareAsterNameWithNumber, 0x30};
+  for (const Pair& pair : kPairsForTheSystem) {
+    // "(" and ")" are not part of the text that the reference compares.
+    if (std::string(pair.a).find('(') == std::string::npos) CheckPair(asteroids, pair, 1);
+  }
+  const Questions asked;
+  EXPECT_EQ(CompareAsterNameWithNumber("(1) co-op", "(1) coop"), 1);
+  EXPECT_EQ(CompareAsterNameWithNumber("a\xC3(\xA9", "ae)"), 0);
+  EXPECT_EQ(Questions::Count(), 2);
+}
+
+TEST(CollationLearning, PassesOverTheParenthesesOfAsteroids) {
+  Warm();
+  SetCodePage("en");
+  const Questions asked;
+  EXPECT_EQ(CompareAsterNameWithNumber("(2) Pallas", "2 pallas"), 0);
+  EXPECT_EQ(CompareAsterNameWithNumber("(2) Pallas", "(20) Massalia"), -1);
+  EXPECT_EQ(CompareAsterNameWithNumber("2)", "2"), 0);
+  EXPECT_EQ(CompareAsterNameWithNumber("((", ")"), 0);
+  EXPECT_EQ(CompareAsterNameWithNumber("(2) P\xC3\xA4ris", "2 Paris"), 0);
+  EXPECT_EQ(Questions::Count(), 0);
+}
+
+TEST(CollationLearning, FindsATextEqualToItself) {
+  Warm();
+  for (const char* text : {"", "Ra-Shalom", "\xD1\x91-\xD1\x91", "(1) 'x'"}) {
+    for (const Form& form : kForms) CheckPair(form, {text, text}, 0);
+  }
+}
+
+TEST(CollationLearning, BeginsWithTheFirstComparisonAndTheFirstLetter) {
+  bool isLetterInFirst = false;
+  for (const Form& form : kForms) {
+    SetCodePage(form.language);
+    isLetterInFirst = !isLetterInFirst;
+    const auto [a, b] = kLetterPairs[0];
+    for (const Pair& pair : {kAsciiPairs[0], isLetterInFirst ? Pair{a, b} : Pair{b, a}}) {
+      {
+        const Questions asked;
+        form.compare(pair.a, pair.b);
+        EXPECT_GT(Questions::Count(), 100);
+        EXPECT_LT(Questions::Count(), 20'000);
+      }
+      CheckPair(form, pair, 0);
+    }
+  }
+}
+
+TEST(CollationLearning, NeedsNoMemoryForWhatItKnows) {
+  Warm();
+  SetCodePage("en");
+  const std::string longName(1000, 'x');
+  const kv::test::ImportPatch patch(kv::test::kNew, kv::test::ThrowForMemory);
+  for (const Pair& pair :
+       {Pair{longName.c_str(), "xx"}, {"\xC3\xA9", "E"}, {"(1) a-b", "(1) a-c"}}) {
+    EXPECT_NO_THROW(CompareStrings(pair.a, pair.b, false));
+    EXPECT_NO_THROW(CompareNoCaseStrings(pair.a, pair.b));
+    EXPECT_NO_THROW(CompareAsterNameWithNumber(pair.a, pair.b));
+  }
+}
+
+TEST(CollationLearning, HappensOnceWhateverThreadsCompare) {
+  SetCodePage("en");
+  const Questions asked;
+  std::vector<std::thread> threads;
+  std::vector<int> results(8);
+  for (int& result : results) {
+    threads.emplace_back([&result] {
+      for (const Pair& pair : kAsciiPairs)
+        result += WordSort(pair.a, pair.b) != kv::reference::CompareUtf8(pair.a, pair.b, 0x30);
+      for (const Pair& pair : kLetterPairs)
+        result += WordSort(pair.a, pair.b) != kv::reference::CompareUtf8(pair.a, pair.b, 0x30);
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_EQ(results, std::vector<int>(8));
+  const long long ofAll = Questions::Count();
+  SetCodePage("ru");
+  for (const Pair& pair : {kAsciiPairs[0], kLetterPairs[0]}) WordSort(pair.a, pair.b);
+  EXPECT_LT(ofAll, 2 * (Questions::Count() - ofAll));
+}
+
+// ---- Systems that answer otherwise
+// ---------------------------------------------------------------
+
+int Refuse(DWORD, std::wstring_view, std::wstring_view) { return 0; }
+int SayBefore(DWORD, std::wstring_view, std::wstring_view) { return CSTR_LESS_THAN; }
+int SayEqual(DWORD, std::wstring_view, std::wstring_view) { return CSTR_EQUAL; }
+int SayAfter(DWORD, std::wstring_view, std::wstring_view) { return CSTR_GREATER_THAN; }
+
+int SayAnything(DWORD, std::wstring_view, std::wstring_view) {
+  static unsigned state = 1;
+  state = state * 1664525 + 1013904223;
+  return 1 + static_cast<int>((state >> 16) % 3);
+}
+
+int Reverse(int answer) { return CSTR_LESS_THAN + CSTR_GREATER_THAN - answer; }
+
+int SayTheReverse(DWORD flags, std::wstring_view a, std::wstring_view b) {
+  return Reverse(AnswerOfSystem(flags, a, b));
+}
+
+int CompareFromTheEnd(DWORD flags, std::wstring_view a, std::wstring_view b) {
+  const std::wstring reverseOfA(a.rbegin() + 1, a.rend());
+  const std::wstring reverseOfB(b.rbegin() + 1, b.rend());
+  return AnswerOfSystem(flags, reverseOfA, reverseOfB);
+}
+
+int SortLongerTextsFirst(DWORD flags, std::wstring_view a, std::wstring_view b) {
+  if (a.size() != b.size()) return a.size() > b.size() ? CSTR_LESS_THAN : CSTR_GREATER_THAN;
+  return AnswerOfSystem(flags, a, b);
+}
+
+int SortLongerTextsFirstIfTheyBeginAlike(DWORD flags, std::wstring_view a, std::wstring_view b) {
+  const std::size_t size = std::min(a.size(), b.size()) - 1;
+  const int answer = AnswerOfSystem(flags, a, b);
+  return a.size() != b.size() && a.substr(0, size) == b.substr(0, size) ? Reverse(answer) : answer;
+}
+
+// Right for the one or two characters that are compared to learn.
+int ReverseTextsOfThree(DWORD flags, std::wstring_view a, std::wstring_view b) {
+  const int answer = AnswerOfSystem(flags, a, b);
+  return a.size() > 4 && b.size() > 4 ? Reverse(answer) : answer;
+}
+
+int NeverSayEqual(DWORD flags, std::wstring_view a, std::wstring_view b) {
+  return AnswerOfSystem(flags, a, b) == CSTR_LESS_THAN ? CSTR_LESS_THAN : CSTR_GREATER_THAN;
+}
+
+template <int allowed>
+int RefuseAfter(DWORD flags, std::wstring_view a, std::wstring_view b) {
+  return Questions::Count() > allowed ? 0 : AnswerOfSystem(flags, a, b);
+}
+
+struct System {
+  const char* what;
+  kv::test::Answer answer;
+};
+void PrintTo(const System& system, std::ostream* out) { *out << system.what; }
+
+class ContradictorySystem : public testing::TestWithParam<System> {};
+
+TEST_P(ContradictorySystem, IsAskedAboutEveryPair) {
+  for (const Form& form : kForms) {
+    SetCodePage(form.language);
+    const Questions asked(GetParam().answer);
+    form.compare("a", "b");
+    form.compare("\xC3\xA9", "b");
+  }
+  CheckPairs(kAsciiPairs, 1);
+  CheckPairs(kLetterPairs, 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    CollationLearning, ContradictorySystem,
+    testing::Values(
+        System{"Refuse", Refuse}, System{"SayBefore", SayBefore}, System{"SayEqual", SayEqual},
+        System{"SayAfter", SayAfter}, System{"SayAnything", SayAnything},
+        System{"SayTheReverse", SayTheReverse}, System{"CompareFromTheEnd", CompareFromTheEnd},
+        System{"SortLongerTextsFirst", SortLongerTextsFirst},
+        System{"SortLongerTextsFirstIfTheyBeginAlike", SortLongerTextsFirstIfTheyBeginAlike},
+        System{"ReverseTextsOfThree", ReverseTextsOfThree}, System{"NeverSayEqual", NeverSayEqual},
+        System{"RefuseAfter0", RefuseAfter<0>}, System{"RefuseAfter1", RefuseAfter<1>},
+        System{"RefuseAfter100", RefuseAfter<100>}, System{"RefuseAfter700", RefuseAfter<700>},
+        System{"RefuseAfter1200", RefuseAfter<1200>}),
+    [](const auto& system) { return system.param.what; });
+
+TEST(CollationLearning, GivesTheFailureOfTheSystem) {
+  const Questions asked(Refuse);
+  for (const Form& form : kForms) {
+    SetCodePage(form.language);
+    for (const Pair& pair : kAsciiPairs) EXPECT_EQ(form.compare(pair.a, pair.b), -3);
+    for (const Pair& pair : kLetterPairs) EXPECT_EQ(form.compare(pair.a, pair.b), -3);
+    EXPECT_EQ(form.compare("", ""), -3);
+  }
+  EXPECT_EQ(CompareNoCaseStrings("a", "a"), -3);
+  EXPECT_EQ(CompareAsterNameWithNumber("(1) a", "1 a"), -3);
+  EXPECT_EQ(CompareAsterNameWithNumber("()", ""), -3);
+}
+
+int RefuseLetters(DWORD flags, std::wstring_view a, std::wstring_view b) {
+  const auto isLetter = [](wchar_t unit) { return unit > 0x7F; };
+  if (std::any_of(a.begin(), a.end(), isLetter) || std::any_of(b.begin(), b.end(), isLetter))
+    return 0;
+  return AnswerOfSystem(flags, a, b);
+}
+
+TEST(CollationLearning, KeepsWhatItKnowsOfAsciiWithoutLetters) {
+  {
+    const Questions asked(RefuseLetters);
+    Warm();
+  }
+  CheckPairs(kAsciiPairs, 0);
+  CheckPairs(kLetterPairs, 1);
+}
+
+// ---- Systems with an order of their own
+// -----------------------------------------------------------
+
+// "a" and "z", "b" and "y" and so on change places.
+std::wstring Mirror(std::wstring_view text) {
+  std::wstring mirrored(text);
+  for (wchar_t& unit : mirrored) {
+    if (unit >= L'a' && unit <= L'z') unit = static_cast<wchar_t>(L'a' + L'z' - unit);
+    if (unit >= L'A' && unit <= L'Z') unit = static_cast<wchar_t>(L'A' + L'Z' - unit);
+  }
+  return mirrored;
+}
+
+int AnswerOfMirror(DWORD flags, std::wstring_view a, std::wstring_view b) {
+  return AnswerOfSystem(flags, Mirror(a), Mirror(b));
+}
+
+int AnswerWithCase(DWORD flags, std::wstring_view a, std::wstring_view b) {
+  return AnswerOfSystem(flags & ~DWORD{LINGUISTIC_IGNORECASE}, a, b);
+}
+
+int AnswerWithDiacritics(DWORD flags, std::wstring_view a, std::wstring_view b) {
+  return AnswerOfSystem(flags & ~DWORD{LINGUISTIC_IGNOREDIACRITIC}, a, b);
+}
+
+class OtherSystem : public testing::TestWithParam<System> {};
+
+TEST_P(OtherSystem, GivesTheOrder) {
+  const kv::test::Answer answer = GetParam().answer;
+  const Questions asked(answer);
+  long long compared = 0;
+  for (const Form& form : kForms) {
+    SetCodePage(form.language);
+    kv::test::RandomPairs pairs({{'a', 'z', 4}, {'A', 'Z', 4}, {' ', '~'}}, 6, 20240229);
+    for (int count = 0; count < 20'000; ++count, ++compared) {
+      pairs.Next();
+      const std::wstring a(pairs.A().c_str(), pairs.A().c_str() + pairs.A().size() + 1);
+      const std::wstring b(pairs.B().c_str(), pairs.B().c_str() + pairs.B().size() + 1);
+      ASSERT_EQ(form.compare(pairs.A().c_str(), pairs.B().c_str()) + CSTR_EQUAL,
+                answer(form.flags, a, b))
+          << pairs.A() << " / " << pairs.B() << std::hex << ", " << form.flags;
+    }
+  }
+  EXPECT_LT(Questions::Count(), compared / 3);
+}
+
+INSTANTIATE_TEST_SUITE_P(CollationLearning, OtherSystem,
+                         testing::Values(System{"Mirror", AnswerOfMirror},
+                                         System{"WithCase", AnswerWithCase},
+                                         System{"WithDiacritics", AnswerWithDiacritics}),
+                         [](const auto& system) { return system.param.what; });
+
+}  // namespace

@@ -1,0 +1,72 @@
+// What a comparison of names needs to know of the system's order to decide most pairs by itself.
+#ifndef KVUTILS_UTILS_TEXT_COLLATION_RANKS_H_
+#define KVUTILS_UTILS_TEXT_COLLATION_RANKS_H_
+
+#include <array>
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+
+namespace kv::internal {
+
+// The part that a character plays in a comparison. An ordinary one has a rank, by which texts are
+// ordered at their first difference; characters of one rank, as a letter with and without its
+// accent, have different variants where they count as different when nothing else does. The weight
+// is rank * kVariants + variant; ranks begin at 1.
+using CollationWeight = std::uint16_t;
+
+inline constexpr CollationWeight kEndOfText = 0;  // before every rank: the shorter text is first
+inline constexpr CollationWeight kIgnored = 1;    // counts when nothing else does, as the hyphen
+inline constexpr CollationWeight kLeadByte = 2;   // of two bytes that are one character
+inline constexpr CollationWeight kUnknown = 3;    // the system decides
+inline constexpr CollationWeight kUnlearned = 4;  // a letter that the system has not been asked of
+inline constexpr CollationWeight kVariants = 64;
+inline constexpr CollationWeight kFirstOrdinary = kVariants;
+inline constexpr CollationWeight kSkipped = 0xFFFF;  // not part of the text, as "(" of an asteroid
+
+constexpr bool HaveOneRank(CollationWeight a, CollationWeight b) {
+  return a / kVariants == b / kVariants;
+}
+
+// The weights of single bytes, in place of which the texts are compared.
+using ByteWeights = std::array<CollationWeight, 256>;
+
+// The characters of two bytes whose weights can be learned.
+inline constexpr unsigned char kFirstLead = 0xC3;
+inline constexpr unsigned char kLastLead = 0xD4;
+inline constexpr std::size_t kContinuations = 64;
+using LetterWeights = std::array<CollationWeight, (kLastLead - kFirstLead + 1) * kContinuations>;
+
+inline constexpr wchar_t kLastAscii = 0x7F;
+inline constexpr wchar_t kFirstLetter = (kFirstLead & 0x1F) * kContinuations;
+
+struct CollationRanks {
+  ByteWeights bytes;
+  ByteWeights bytesWithoutParentheses;  // the same, but for "(" and ")", which are dropped
+  LetterWeights letters;                // from kFirstLetter on
+};
+
+// The weights under one set of comparison flags, always the same. They are found when they are
+// first asked for, by any thread, and stay for the life of the process.
+class LearnedRanks {
+ public:
+  // The letters may be unlearned.
+  const CollationRanks& Get(unsigned flags) {
+    const CollationRanks* ranks = current_.load(std::memory_order_acquire);
+    return ranks != nullptr ? *ranks : LearnAscii(flags);
+  }
+
+  // Follows Get. No letter is unlearned.
+  const CollationRanks& GetWithLetters(unsigned flags);
+
+ private:
+  const CollationRanks& LearnAscii(unsigned flags);
+
+  std::atomic<const CollationRanks*> current_ = nullptr;
+  CollationRanks ascii_{};
+  CollationRanks whole_{};
+};
+
+}  // namespace kv::internal
+
+#endif  // KVUTILS_UTILS_TEXT_COLLATION_RANKS_H_
