@@ -149,7 +149,7 @@ void CompareLines(const std::shared_ptr<TemporaryFile>& file) {
 
 // The number of one token, without the file.
 void CompareTokens(const char* format, const char* token) {
-  kv::bench::Comparison comparison(std::string("number of \"") + token + "\" by " + format);
+  kv::bench::Comparison comparison(std::string("number of ") + token + " by " + format);
   const auto byScan = [format, token](ScanFunction scan) {
     return [format, token, scan] {
       double value = 0;

@@ -248,8 +248,10 @@ TEST_F(TextFileReading, RoundsDecimalsCorrectly) {
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.text);
-    EXPECT_EQ(Row<double>(Opened(std::string(row.text) + "\n"), 7),
-              (std::vector<double>{row.value}));
+    for (const char* end : {"\n", "", "\t\r\n", " x"}) {
+      EXPECT_EQ(Row<double>(Opened(std::string(row.text) + end), 7),
+                (std::vector<double>{row.value}));
+    }
   }
 }
 
