@@ -116,6 +116,25 @@ TEST_P(Crc32Form, IsTheLoopOverBytesForLongData) {
   }
 }
 
+// Where a form begins to treat its data otherwise, by their size: at some tens of thousands of
+// bytes, and at 8 MiB.
+TEST_P(Crc32Form, IsTheLoopOverBytesForLengthsOnBothSidesOfALimit) {
+  const struct {
+    std::size_t first;
+    std::size_t last;
+    std::size_t step;
+  } rows[] = {{18'000, 24'000, 1}, {(8U << 20) - 600, (8U << 20) + 1200, 150}};
+  const std::string noise = Noise(9 << 20, 7);
+  for (const auto& row : rows) {
+    kv::reference::Crc32Register expected;
+    std::size_t taken = 0;
+    for (std::size_t size = row.first; size <= row.last; size += row.step) {
+      for (; taken < size; ++taken) expected.Take(noise[taken]);
+      ASSERT_EQ(Checksum(noise.data(), size), expected.Checksum()) << size;
+    }
+  }
+}
+
 std::string NameOf(const testing::TestParamInfo<Form>& info) { return info.param.name; }
 
 INSTANTIATE_TEST_SUITE_P(Each, Crc32Form, testing::ValuesIn(kForms), NameOf);
@@ -159,6 +178,15 @@ TEST(Crc32Folding, KnowsThePowersOfX) {
   EXPECT_EQ(PowerOfX(544), 0xAA2215EAU);
   EXPECT_EQ(PowerOfX(2047), 0x03F9F863U);
   EXPECT_EQ(PowerOfX(2111), 0x7CC8E1E7U);
+}
+
+// x^-n1 + x^-n2 + x^-n3 + x^-n4 is 1 for the numbers of bits n that lines are moved by.
+TEST(Crc32Folding, MovesALineOntoFourOthersWithTheSameRemainder) {
+  constexpr std::size_t kLine = 512;
+  std::uint32_t sum = 0;
+  for (const std::size_t lines : {145U, 183U, 211U, 300U})
+    sum ^= kv::internal::PowerOfX((300 - lines) * kLine);
+  EXPECT_EQ(sum, kv::internal::PowerOfX(300 * kLine));
 }
 
 }  // namespace

@@ -1,3 +1,10 @@
+// Folding with lines of four blocks in the place of blocks, eight lines side by side.
+//
+// What bounds the speed are the products, of which a line takes two. Some lines need none: modulo
+// P, x^-74240 + x^-93696 + x^-108032 + x^-153600 is 1, so that a line may be left out where it is
+// added to the lines that lie 145, 183, 211 and 300 lines of 512 bits further on. Here this is the
+// first line of each group of eight, as long as these lines are there. No distance is a multiple of
+// eight: a line that is left out has no other added to it.
 #include "utils/download/crc32_folding.h"
 #include "utils/download/crc32_forms.h"
 
@@ -7,7 +14,7 @@ namespace kv::internal {
 namespace {
 
 constexpr std::size_t kLine = 64;
-constexpr std::size_t kStep = 4 * kLine;
+constexpr std::size_t kGroup = 8 * kLine;
 
 KVUTILS_TARGET_512 inline __m512i LoadLine(const unsigned char* data) {
   return _mm512_loadu_si512(data);
@@ -36,34 +43,66 @@ KVUTILS_TARGET_512 inline __m128i FoldWithin(__m512i line) {
                        _mm_xor_si128(Fold(BlockOf<2>(line), FactorsOver<16>()), BlockOf<3>(line)));
 }
 
+// The line at `place`, and the one kLines before it if that is the first of a group before `end`.
+template <std::size_t kLines>
+KVUTILS_TARGET_512 inline __m512i LineAndMoved(const unsigned char* data, std::size_t place,
+                                               std::size_t end) {
+  const __m512i line = LoadLine(data + place);
+  const std::size_t from = place - kLines * kLine;  // beyond any end in front of the data
+  return from < end ? _mm512_xor_si512(line, LoadLine(data + from)) : line;
+}
+
+// The accumulator behind so many bytes in whole groups, one or more, of which `line` is the first
+// line. The first group is the beginning of the sums, and none of its lines is left out.
+KVUTILS_TARGET_512 inline __m512i FoldGroups(__m512i line, const unsigned char* data,
+                                             std::size_t size) {
+  __m512i sums[] = {_mm512_setzero_si512(),     FoldLine<kLine>(line, LoadLine(data + kLine)),
+                    LoadLine(data + 2 * kLine), LoadLine(data + 3 * kLine),
+                    LoadLine(data + 4 * kLine), LoadLine(data + 5 * kLine),
+                    LoadLine(data + 6 * kLine), LoadLine(data + 7 * kLine)};
+  data += kGroup;
+  size -= kGroup;
+  // Of more than the caches hold, reading is the bound, and in one place at a time it is faster.
+  constexpr std::size_t kFarthest = 300 * kLine;
+  constexpr std::size_t kCached = std::size_t{8} << 20;
+  const bool isMoved = size > kFarthest && size <= kCached;
+  const std::size_t end = isMoved ? (size - kFarthest) / kGroup * kGroup : 0;
+  for (std::size_t place = 0; place < size; place += kGroup) {
+    const unsigned char* const group = data + place;
+    if (place >= end) sums[0] = FoldLine<kGroup>(sums[0], LoadLine(group));
+    sums[1] = FoldLine<kGroup>(sums[1], LineAndMoved<145>(data, place + kLine, end));
+    sums[2] = FoldLine<kGroup>(sums[2], LoadLine(group + 2 * kLine));
+    sums[3] = FoldLine<kGroup>(sums[3], LineAndMoved<211>(data, place + 3 * kLine, end));
+    sums[4] = FoldLine<kGroup>(sums[4], LineAndMoved<300>(data, place + 4 * kLine, end));
+    sums[5] = FoldLine<kGroup>(sums[5], LoadLine(group + 5 * kLine));
+    sums[6] = FoldLine<kGroup>(sums[6], LoadLine(group + 6 * kLine));
+    sums[7] = FoldLine<kGroup>(sums[7], LineAndMoved<183>(data, place + 7 * kLine, end));
+  }
+  const __m512i lastThree = FoldLine<2 * kLine>(sums[5], FoldLine<kLine>(sums[6], sums[7]));
+  const __m512i lastFive = FoldLine<4 * kLine>(sums[3], FoldLine<3 * kLine>(sums[4], lastThree));
+  const __m512i lastSeven = FoldLine<6 * kLine>(sums[1], FoldLine<5 * kLine>(sums[2], lastFive));
+  return FoldLine<7 * kLine>(sums[0], lastSeven);
+}
+
 }  // namespace
 
-// Lines of four blocks in the place of blocks, else as with registers of 128 bits.
 KVUTILS_TARGET_512
 std::uint32_t ExtendCrc32By512Bits(std::uint32_t value, const unsigned char* data,
                                    std::size_t size) {
   if (size < kLine) return ExtendCrc32By128Bits(value, data, size);
   const __m512i before = _mm512_zextsi128_si512(_mm_cvtsi32_si128(static_cast<int>(value)));
   __m512i line = _mm512_xor_si512(LoadLine(data), before);
-  data += kLine;
-  size -= kLine;
-  if (size >= kStep - kLine) {
-    __m512i second = LoadLine(data);
-    __m512i third = LoadLine(data + kLine);
-    __m512i last = LoadLine(data + 2 * kLine);
-    for (data += kStep - kLine, size -= kStep - kLine; size >= kStep;
-         data += kStep, size -= kStep) {
-      line = FoldLine<kStep>(line, LoadLine(data));
-      second = FoldLine<kStep>(second, LoadLine(data + kLine));
-      third = FoldLine<kStep>(third, LoadLine(data + 2 * kLine));
-      last = FoldLine<kStep>(last, LoadLine(data + 3 * kLine));
-    }
-    line = FoldLine<3 * kLine>(line, FoldLine<2 * kLine>(second, FoldLine<kLine>(third, last)));
+  std::size_t passed = kLine;
+  if (size >= kGroup) {
+    passed = size / kGroup * kGroup;
+    line = FoldGroups(line, data, passed);
   }
-  for (; size >= kLine; data += kLine, size -= kLine) line = FoldLine<kLine>(line, LoadLine(data));
+  for (; size - passed >= kLine; passed += kLine) {
+    line = FoldLine<kLine>(line, LoadLine(data + passed));
+  }
   const __m128i accumulator = FoldWithin(line);
   _mm256_zeroupper();
-  return FinishCrc32(accumulator, data, size);
+  return FinishCrc32(accumulator, data + passed, size - passed);
 }
 
 }  // namespace kv::internal
