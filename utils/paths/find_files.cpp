@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <stdexcept>
 #include <string_view>
+#include <utility>
 
 namespace {
 
@@ -18,6 +19,7 @@ using kv::internal::FailFast;
 using kv::internal::FatalError;
 using kv::internal::FolderListing;
 using kv::internal::IdentityOf;
+using kv::internal::IsSeparator;
 using kv::internal::kPathSize;
 using kv::internal::ViewOf;
 using kv::internal::WidePath;
@@ -67,8 +69,8 @@ class NarrowName {
   static constexpr int kMaxSize = 3 * MAX_PATH;
 
   static bool IsName(std::string_view text) {
-    constexpr std::string_view kNotInNames("\\/:\0", 4);
-    return text.find_first_of(kNotInNames) == std::string_view::npos && text != "." && text != "..";
+    const auto isNotInNames = [](char c) { return IsSeparator(c) || c == '\0'; };
+    return std::none_of(text.begin(), text.end(), isNotInNames) && text != "." && text != "..";
   }
 
   char text_[kMaxSize];
@@ -129,7 +131,9 @@ class Search {
     const NarrowName name(entry.Name());
     if (name.View().empty()) return;
     if (folder.size() + name.View().size() >= kPathSize) FailFast(FatalError::kRangeCheck);
-    files_.push_back(std::string(folder).append(name.View()));
+    std::string file;
+    file.reserve(folder.size() + name.View().size());
+    files_.push_back(std::move(file.append(folder).append(name.View())));
   }
 
   WidePath extension_;
