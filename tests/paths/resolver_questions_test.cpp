@@ -193,6 +193,15 @@ TEST_F(ResolverQuestions, AreOneWhereBothFoldersAreTheSame) {
   EXPECT_EQ(NotedDisk::TakeNotes(), Questions("W:en\\a list W:a"));
 }
 
+TEST_F(ResolverQuestions, AreOneWhereTheWritableFolderIsTheAddOns) {
+  SetFolders("C:\\inst\\p\\", kWork);
+  WriteBytes(Root() + "list", "p\\\na\n");
+  Hold("list");
+  EXPECT_EQ(resolver.GetPath("A"), nullptr);
+  EXPECT_EQ(NotedDisk::TakeNotes(),
+            Questions("W:p\\en\\A list open W:en\\A W:p\\en\\a W:en\\a W:p\\A W:p\\a"));
+}
+
 TEST_F(ResolverQuestions, AreNotAskedAboutOverlongPaths) {
   const std::string longest(259 - 8, 'n');
   EXPECT_EQ(resolver.GetPath(longest.c_str()), nullptr);
@@ -204,6 +213,11 @@ TEST_F(ResolverQuestions, AreNotAskedAboutOverlongPaths) {
   KelvarisPath::SetLocaleFolder(std::string(5000, 'l').c_str());
   EXPECT_EQ(resolver.GetPath("a"), nullptr);
   EXPECT_EQ(NotedDisk::TakeNotes(), Questions("list U:a W:a"));
+  // A variant that does not fit is not the empty name.
+  KelvarisPath::sFeaturePackFolder = "p:";
+  KelvarisPath::sFeaturePackFileNames = {""};
+  EXPECT_EQ(resolver.GetPath("a"), nullptr);
+  EXPECT_EQ(NotedDisk::TakeNotes(), Questions("U:a W:a"));
 }
 
 TEST_F(ResolverQuestions, AreAskedAgainByTheNextCall) {
