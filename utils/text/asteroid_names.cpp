@@ -1,9 +1,8 @@
-#include "utils/text/text.h"
+#include "utils/text/collation.h"
 
 #include "utils/internal/number_scan.h"
-#include "utils/text/code_page.h"
-#include "utils/text/collation.h"
 #include "utils/text/collation_system.h"
+#include "utils/text/text.h"
 
 #include <cstring>
 #include <string>
@@ -32,18 +31,10 @@ class WithoutParentheses {
   std::string copy_;
 };
 
-int CompareCopiesBySystem(const char* a, const char* b, unsigned flags) {
-  return CompareBySystem(WithoutParentheses(a).Get(), WithoutParentheses(b).Get(), flags);
-}
-
 }  // namespace
 
-int CompareAsterNameWithNumber(const char* a, const char* b) {
-  EnsureCodePage();
-  const unsigned flags = ComparisonFlags(false);
-  const Verdict verdict = CompareByRanks(a, b, flags, Parentheses::kDropped);
-  if (IsDecided(verdict)) return static_cast<int>(verdict);
-  return CompareCopiesBySystem(a, b, flags);
+int kv::internal::CompareWithoutParentheses(const char* a, const char* b, unsigned flags) {
+  return CompareBySystem(WithoutParentheses(a).Get(), WithoutParentheses(b).Get(), flags);
 }
 
 int SortAsterNameWithNumber(const char* a, const char* b) {

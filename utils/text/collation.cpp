@@ -1,7 +1,10 @@
 #include "utils/text/collation.h"
 
+#include "utils/internal/win32.h"
 #include "utils/text/code_page.h"
+#include "utils/text/collation_ranks.h"
 #include "utils/text/collation_system.h"
+#include "utils/text/collation_walk.h"
 #include "utils/text/text.h"
 
 #include <cstddef>
@@ -11,23 +14,47 @@ namespace {
 
 using namespace kv::internal;
 
-int CompareWhole(const char* a, const char* b, unsigned flags) {
-  const Verdict verdict = CompareByRanks(a, b, flags, Parentheses::kCompared);
-  return IsDecided(verdict) ? static_cast<int>(verdict) : CompareBySystem(a, b, flags);
+enum class Parentheses { kCompared, kDropped };
+
+// What is known of the order under each combination of the flags that are in use.
+constinit LearnedRanks learnedRanks[4];
+
+LearnedRanks& RanksUnder(unsigned flags) {
+  const std::size_t index = ((flags & LINGUISTIC_IGNOREDIACRITIC) != 0 ? 1U : 0U) +
+                            ((flags & SORT_STRINGSORT) != 0 ? 2U : 0U);
+  return learnedRanks[index];
 }
 
-}  // namespace
+Verdict CompareBy(const CollationRanks& ranks, const char* a, const char* b,
+                  Parentheses parentheses) {
+  const ByteWeights& bytes =
+      parentheses == Parentheses::kDropped ? ranks.bytesWithoutParentheses : ranks.bytes;
+  return CompareWeights(a, b, bytes, ranks.letters);
+}
 
-constinit LearnedRanks kv::internal::g_learnedRanks[4];
-
-Verdict kv::internal::Reconsider(Verdict verdict, const char* a, const char* b, unsigned flags,
-                                 Parentheses parentheses) {
+// The verdict where the first one, by what has been learned before, decides nothing.
+Verdict Reconsider(Verdict verdict, const char* a, const char* b, unsigned flags,
+                   Parentheses parentheses) {
   if (verdict == Verdict::kUnasked)
     verdict = CompareBy(RanksUnder(flags).GetWithLetters(flags), a, b, parentheses);
   // Nothing distinguishes a text from itself.
   if (verdict == Verdict::kTie && std::strcmp(a, b) == 0) return Verdict::kEqual;
   return verdict;
 }
+
+// Compares two texts in UTF-8 without the system. It is for the system to refuse null.
+Verdict CompareByRanks(const char* a, const char* b, unsigned flags, Parentheses parentheses) {
+  if (a == nullptr || b == nullptr) return Verdict::kUndecided;
+  const Verdict verdict = CompareBy(RanksUnder(flags).Get(flags), a, b, parentheses);
+  return IsDecided(verdict) ? verdict : Reconsider(verdict, a, b, flags, parentheses);
+}
+
+int CompareWhole(const char* a, const char* b, unsigned flags) {
+  const Verdict verdict = CompareByRanks(a, b, flags, Parentheses::kCompared);
+  return IsDecided(verdict) ? static_cast<int>(verdict) : CompareBySystem(a, b, flags);
+}
+
+}  // namespace
 
 int CompareStrings(const char* a, const char* b, bool stringSort) {
   EnsureCodePage();
@@ -70,6 +97,13 @@ int CompareStringsRangeExt(const char* a, const char* b, bool useFirstLength, bo
 int CompareNoCaseStrings(const char* a, const char* b) {
   EnsureCodePage();
   return CompareWhole(a, b, LINGUISTIC_IGNORECASE);
+}
+
+int CompareAsterNameWithNumber(const char* a, const char* b) {
+  EnsureCodePage();
+  const unsigned flags = ComparisonFlags(false);
+  const Verdict verdict = CompareByRanks(a, b, flags, Parentheses::kDropped);
+  return IsDecided(verdict) ? static_cast<int>(verdict) : CompareWithoutParentheses(a, b, flags);
 }
 
 int GetSpecialCompareFunctionId() { return -1; }

@@ -53,6 +53,7 @@ class Learner {
  private:
   int Compare(const Sample& a, const Sample& b);
   bool IsBefore(const Sample& a, const Sample& b) { return Compare(a, b) < 0; }
+  bool IsOrdinary(wchar_t character);
   bool IsIgnored(wchar_t character);
   bool HasRankOf(wchar_t base, wchar_t character);
 
@@ -96,6 +97,12 @@ void Learner::Add(Range range) {
   }
 }
 
+// One that sorts before the highest whatever follows it, and counts where it is doubled.
+bool Learner::IsOrdinary(wchar_t character) {
+  return IsBefore(Sample(character, highest_), Sample(highest_)) &&
+         IsBefore(Sample(character), Sample(character, character));
+}
+
 // One that counts for nothing while ranks do: what follows it decides, in either direction.
 bool Learner::IsIgnored(wchar_t character) {
   return character <= kLastAscii &&
@@ -112,7 +119,7 @@ bool Learner::HasRankOf(wchar_t base, wchar_t character) {
 void Learner::Assign(CollationRanks& ranks) {
   highest_ = order_[size_ - 1];
   std::size_t index = 0;
-  while (index < size_ && !IsBefore(Sample(order_[index], highest_), Sample(highest_))) ++index;
+  while (index < size_ && !IsOrdinary(order_[index])) ++index;
   if (index == size_) return;
   lowest_ = order_[index];
   for (std::size_t before = 0; before < index; ++before) {

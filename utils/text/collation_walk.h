@@ -43,9 +43,9 @@ inline Verdict CompareWeights(const char* textOfA, const char* textOfB, const By
   const auto* b = reinterpret_cast<const unsigned char*>(textOfB);
   bool isTie = false;
   for (;; ++a, ++b) {
+    if (*a == *b && bytes[*a] >= kFirstOrdinary) continue;
     CollationWeight weightOfA = bytes[*a];
     CollationWeight weightOfB = bytes[*b];
-    if (weightOfA == weightOfB && weightOfA >= kFirstOrdinary) continue;
     for (; IsPassedOver(weightOfA); weightOfA = bytes[*++a]) isTie |= weightOfA == kIgnored;
     for (; IsPassedOver(weightOfB); weightOfB = bytes[*++b]) isTie |= weightOfB == kIgnored;
     if (weightOfA == kLeadByte) weightOfA = LetterWeight(letters, a++);

@@ -1,0 +1,234 @@
+// Sorting lists of names.
+#include <windows.h>
+
+#include <algorithm>
+#include <cstring>
+#include <random>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "bench/support/comparison.h"
+#include "bench/support/main.h"
+#include "tests/reference/collation.h"
+#include "utils/text/text.h"
+
+namespace {
+
+using kv::bench::Comparison;
+
+constexpr std::size_t kNames = 200'000;
+constexpr std::size_t kFewerNames = 50'000;
+constexpr unsigned kWesternFlags = LINGUISTIC_IGNORECASE | LINGUISTIC_IGNOREDIACRITIC;
+constexpr unsigned kCyrillicFlags = LINGUISTIC_IGNORECASE;
+
+using Names = std::vector<std::string>;
+
+// Characters of one alphabet, in UTF-8.
+using Letters = std::vector<std::string>;
+
+Letters Range(wchar_t first, wchar_t last) {
+  Letters letters;
+  for (wchar_t letter = first; letter <= last; ++letter) {
+    char bytes[4] = {};
+    ::WideCharToMultiByte(CP_UTF8, 0, &letter, 1, bytes, sizeof bytes, nullptr, nullptr);
+    letters.emplace_back(bytes);
+  }
+  return letters;
+}
+
+class Composer {
+ public:
+  std::string Name(const Letters& capitals, const Letters& letters) {
+    std::string name = OneOf(capitals);
+    for (unsigned size = 3 + Below(8); size > 0; --size) name += OneOf(letters);
+    return name;
+  }
+
+  const std::string& OneOf(const Letters& letters) {
+    return letters[Below(static_cast<unsigned>(letters.size()))];
+  }
+
+  unsigned Below(unsigned limit) { return random_() % limit; }
+
+  void Shuffle(Names& names) { std::shuffle(names.begin(), names.end(), random_); }
+
+ private:
+  std::mt19937 random_{20240229};
+};
+
+Names AsteroidNames() {
+  Composer composer;
+  Names names;
+  for (std::size_t number = 1; number <= kNames; ++number)
+    names.push_back("(" + std::to_string(number) + ") " +
+                    composer.Name(Range('A', 'Z'), Range('a', 'z')));
+  composer.Shuffle(names);
+  return names;
+}
+
+// Every twelfth with a hyphen or an apostrophe.
+Names PlainNames() {
+  Composer composer;
+  Names names(kNames);
+  for (std::string& name : names) {
+    name = composer.Name(Range('A', 'Z'), Range('a', 'z'));
+    if (composer.Below(12) == 0) name.insert(2, composer.OneOf({"-", "'"}));
+  }
+  return names;
+}
+
+// Every fourth with an accent.
+Names AccentedNames() {
+  Composer composer;
+  Names names(kFewerNames);
+  const Letters accented = {"\xC3\xA9", "\xC3\xA8", "\xC3\xBC", "\xC3\xB6", "\xC3\xA4", "\xC3\xB1",
+                            "\xC3\xA7", "\xC3\xB4", "\xC4\x8D", "\xC5\xA1", "\xC3\xAD", "\xC3\xA1"};
+  for (std::string& name : names) {
+    name = composer.Name(Range('A', 'Z'), Range('a', 'z'));
+    if (composer.Below(4) == 0) name.replace(1 + composer.Below(3), 1, composer.OneOf(accented));
+  }
+  return names;
+}
+
+Names NamesOf(const Letters& capitals, const Letters& letters) {
+  Composer composer;
+  Names names(kFewerNames);
+  for (std::string& name : names) name = composer.Name(capitals, letters);
+  return names;
+}
+
+Names CyrillicNames() { return NamesOf(Range(0x410, 0x42F), Range(0x430, 0x44F)); }
+Names KanaNames() { return NamesOf(Range(0x30A2, 0x30ED), Range(0x30A2, 0x30ED)); }
+
+// Results of sorting depend on the names alone.
+template <typename Compare>
+auto Sorting(const Names& names, Compare compare) {
+  return [&names, compare] {
+    std::vector<const char*> sorted;
+    sorted.reserve(names.size());
+    for (const std::string& name : names) sorted.push_back(name.c_str());
+    std::sort(sorted.begin(), sorted.end(),
+              [&](const char* a, const char* b) { return compare(a, b) < 0; });
+    return sorted.front();
+  };
+}
+
+// The same with names that are UTF-16 beforehand.
+auto SortingUnits(const Names& names, unsigned flags) {
+  std::vector<std::wstring> units;
+  for (const std::string& name : names) {
+    wchar_t buffer[256];
+    ::MultiByteToWideChar(CP_UTF8, 0, name.c_str(), -1, buffer, 256);
+    units.emplace_back(buffer);
+  }
+  return [units = std::move(units), flags] {
+    std::vector<const std::wstring*> sorted;
+    sorted.reserve(units.size());
+    for (const std::wstring& name : units) sorted.push_back(&name);
+    std::sort(sorted.begin(), sorted.end(), [=](const std::wstring* a, const std::wstring* b) {
+      return ::CompareStringEx(LOCALE_NAME_INVARIANT, flags, a->c_str(),
+                               static_cast<int>(a->size()) + 1, b->c_str(),
+                               static_cast<int>(b->size()) + 1, nullptr, nullptr,
+                               0) == CSTR_LESS_THAN;
+    });
+    return sorted.front();
+  };
+}
+
+int WordSort(const char* a, const char* b) { return CompareStrings(a, b, false); }
+
+template <unsigned flags>
+int PlainSort(const char* a, const char* b) {
+  return kv::reference::CompareUtf8(a, b, flags);
+}
+
+int PlainAsteroidSort(const char* a, const char* b) {
+  return kv::reference::CompareAsteroidNames(a, b, kWesternFlags);
+}
+
+// One operation under one code page.
+struct Group {
+  const char* operation;
+  const char* language;
+  const Names& names;
+  int (*library)(const char*, const char*);
+  int (*plain)(const char*, const char*);
+  unsigned flags;
+};
+
+const std::vector<Group>& Groups() {
+  static const Names asteroids = AsteroidNames();
+  static const Names plain = PlainNames();
+  static const Names accented = AccentedNames();
+  static const Names cyrillic = CyrillicNames();
+  static const Names kana = KanaNames();
+  static const std::vector<Group> groups = {
+      {"CompareAsterNameWithNumber, sort of 200,000 asteroids", "en", asteroids,
+       CompareAsterNameWithNumber, PlainAsteroidSort, kWesternFlags},
+      {"CompareStrings, sort of 200,000 plain names", "en", plain, WordSort,
+       PlainSort<kWesternFlags>, kWesternFlags},
+      {"CompareStrings, sort of 50,000 names, a quarter accented", "en", accented, WordSort,
+       PlainSort<kWesternFlags>, kWesternFlags},
+      {"CompareStrings, sort of 50,000 Cyrillic names", "en", cyrillic, WordSort,
+       PlainSort<kWesternFlags>, kWesternFlags},
+      {"CompareStrings, sort of 50,000 Cyrillic names with diacritics", "ru", cyrillic, WordSort,
+       PlainSort<kCyrillicFlags>, kCyrillicFlags},
+      {"CompareStrings, sort of 50,000 kana names", "ja", kana, WordSort, PlainSort<kWesternFlags>,
+       kWesternFlags},
+  };
+  return groups;
+}
+
+// Pairs that end at once, late, or never differ: nothing to win, and nothing to lose.
+void RegisterPairs() {
+  const struct {
+    const char* what;
+    const char* a;
+    const char* b;
+  } pairs[] = {
+      {"empty", "", ""},
+      {"one letter", "a", "b"},
+      {"equal", "Ceres", "Ceres"},
+      {"equal but for a hyphen", "Ra-Shalom", "RaShalom"},
+      {"kana of one letter", "\xE3\x82\xA2", "\xE3\x82\xA4"},
+      {"Latin before kana", "Messier 31, Andromeda \xE3\x82\xA2",
+       "Messier 31, Andromeda \xE3\x82\xA4"},
+  };
+  for (const auto& pair : pairs) {
+    Comparison(std::string("CompareStrings, ") + pair.what)
+        .Add("library", [pair] { return WordSort(pair.a, pair.b); })
+        .Add("plain", [pair] { return PlainSort<kWesternFlags>(pair.a, pair.b); });
+  }
+}
+
+}  // namespace
+
+void kv::bench::CheckAgreement() {
+  Composer composer;
+  for (const Group& group : Groups()) {
+    SetCodePage(group.language);
+    for (int pair = 0; pair < 20'000; ++pair) {
+      const char* a = composer.OneOf(group.names).c_str();
+      const char* b = composer.OneOf(group.names).c_str();
+      Require(group.library(a, b) == group.plain(a, b), group.operation);
+    }
+  }
+}
+
+void kv::bench::RegisterComparisons() {
+  for (const Group& group : Groups()) {
+    const auto library = [group, sort = Sorting(group.names, group.library)] {
+      SetCodePage(group.language);
+      return sort();
+    };
+    Comparison(group.operation)
+        .Repeat(3)
+        .Add("library", library)
+        .Add("plain", Sorting(group.names, group.plain))
+        .Add("CompareStringEx of UTF-16", SortingUnits(group.names, group.flags))
+        .Add("limit strcmp", Sorting(group.names, std::strcmp));
+  }
+  SetCodePage("en");
+  RegisterPairs();
+}
