@@ -6,11 +6,13 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "tests/reference/collation.h"
+#include "tests/text/collation_forms.h"
 #include "tests/text/collation_pairs.h"
 #include "tests/text/collation_questions.h"
 #include "utils/text/text.h"
@@ -18,26 +20,21 @@
 namespace {
 
 using kv::test::Alphabet;
+using kv::test::CollationForm;
 using kv::test::InUtf8;
+using kv::test::kCollationForms;
 using kv::test::kRawByte;
 using kv::test::Questions;
 using kv::test::RandomPairs;
 
-int WordSort(const char* a, const char* b) { return CompareStrings(a, b, false); }
-int StringSort(const char* a, const char* b) { return CompareStrings(a, b, true); }
+using Forms = std::vector<CollationForm>;
 
-// A comparison under a language, and the flags that define its results.
-struct Form {
-  const char* language;
-  int (*compare)(const char*, const char*);
-  unsigned flags;
-};
-using Forms = std::vector<Form>;
-
-const Forms kForms = {
-    {"en", WordSort, 0x30},     {"en", StringSort, 0x1030},         {"ru", WordSort, 0x10},
-    {"ru", StringSort, 0x1010}, {"en", CompareNoCaseStrings, 0x10},
-};
+const Forms kEverySet(std::begin(kCollationForms), std::end(kCollationForms));
+const Forms kTextForms = {kCollationForms[0],
+                          kCollationForms[1],
+                          kCollationForms[2],
+                          kCollationForms[3],
+                          {"en", CompareNoCaseStrings, 0x10}};
 const Forms kAsteroidForms = {
     {"en", CompareAsterNameWithNumber, 0x30},
     {"ru", CompareAsterNameWithNumber, 0x10},
@@ -97,7 +94,7 @@ class Check {
 
   // False at the first difference.
   bool Compare(const std::vector<Pair>& pairs) {
-    for (const Form& form : forms_) {
+    for (const CollationForm& form : forms_) {
       SetCodePage(form.language);
       for (const Pair& pair : pairs) {
         if (!Compare(pair, form)) return false;
@@ -107,7 +104,7 @@ class Check {
   }
 
  private:
-  bool Compare(const Pair& pair, const Form& form) {
+  bool Compare(const Pair& pair, const CollationForm& form) {
     ++compared_;
     const int result = form.compare(pair.a.c_str(), pair.b.c_str());
     const int expected = kv::reference::CompareUnits(
@@ -131,7 +128,7 @@ int Rounds() {
 constexpr int kBlock = 5'000;
 
 void CheckRandomPairs(const Alphabet& alphabet, std::size_t largestSize, int count,
-                      const Forms& forms = kForms,
+                      const Forms& forms = kTextForms,
                       Pair (*ready)(const std::string&, const std::string&) = Ready) {
   Check check(forms);
   for (int round = 0; round < Rounds(); ++round) {
@@ -221,10 +218,7 @@ void CheckAllPairs(const std::string& before, const std::string& after) {
     for (int code = first; code <= last; ++code)
       texts.push_back(before + InUtf8(static_cast<char32_t>(code)) + after);
   }
-  Check check({{"en", WordSort, 0x30},
-               {"en", StringSort, 0x1030},
-               {"ru", WordSort, 0x10},
-               {"ru", StringSort, 0x1010}});
+  Check check(kEverySet);
   for (const std::string& a : texts) {
     std::vector<Pair> pairs;
     for (const std::string& b : texts) pairs.push_back(Ready(a, b));

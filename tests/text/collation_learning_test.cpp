@@ -14,29 +14,18 @@
 #include "tests/reference/collation.h"
 #include "tests/support/failing_system.h"
 #include "tests/support/import_patch.h"
-#include "tests/text/collation_pairs.h"
+#include "tests/text/collation_forms.h"
 #include "tests/text/collation_questions.h"
 #include "utils/text/text.h"
 
 namespace {
 
 using kv::test::AnswerOfSystem;
+using kv::test::CollationForm;
+using kv::test::kCollationForms;
 using kv::test::Questions;
-
-int WordSort(const char* a, const char* b) { return CompareStrings(a, b, false); }
-int StringSort(const char* a, const char* b) { return CompareStrings(a, b, true); }
-
-// One comparison for each set of flags.
-constexpr struct Form {
-  const char* language;
-  int (*compare)(const char*, const char*);
-  unsigned flags;
-} kForms[] = {
-    {"en", WordSort, 0x30},
-    {"en", StringSort, 0x1030},
-    {"ru", WordSort, 0x10},
-    {"ru", StringSort, 0x1010},
-};
+using kv::test::System;
+using kv::test::WordSort;
 
 constexpr struct Pair {
   const char* a;
@@ -69,7 +58,7 @@ constexpr Pair kPairsForTheSystem[] = {
 constexpr Pair kWordsWithHyphens[] = {{"co-op", "coop"}, {"co-op", "CO-OP"}, {"'a", "a'"}};
 
 void Warm() {
-  for (const Form& form : kForms) {
+  for (const CollationForm& form : kCollationForms) {
     SetCodePage(form.language);
     for (const auto& pairs : {kAsciiPairs[0], kLetterPairs[0]}) form.compare(pairs.a, pairs.b);
   }
@@ -77,7 +66,7 @@ void Warm() {
 
 // Compares the pairs under `form`: results are those of the system, which is asked `questions`
 // times for each.
-void CheckPair(const Form& form, const Pair& pair, int questions) {
+void CheckPair(const CollationForm& form, const Pair& pair, int questions) {
   SCOPED_TRACE(testing::Message() << pair.a << " / " << pair.b << std::hex << ", " << form.flags);
   SetCodePage(form.language);
   const Questions asked;
@@ -87,7 +76,7 @@ void CheckPair(const Form& form, const Pair& pair, int questions) {
 
 template <std::size_t count>
 void CheckPairs(const Pair (&pairs)[count], int questions) {
-  for (const Form& form : kForms) {
+  for (const CollationForm& form : kCollationForms) {
     for (const Pair& pair : pairs) {
       CheckPair(form, pair, questions);
       CheckPair(form, {pair.b, pair.a}, questions);
@@ -105,10 +94,10 @@ TEST(CollationLearning, AsksOnceForEveryOtherPair) {
   Warm();
   CheckPairs(kPairsForTheSystem, 1);
   for (const Pair& pair : kWordsWithHyphens) {
-    CheckPair(kForms[0], pair, 1);
-    CheckPair(kForms[2], pair, 1);
+    CheckPair(kCollationForms[0], pair, 1);
+    CheckPair(kCollationForms[2], pair, 1);
   }
-  const Form asteroids = {"en", CompareAsterNameWithNumber, 0x30};
+  const CollationForm asteroids = {"en", CompareAsterNameWithNumber, 0x30};
   for (const Pair& pair : kPairsForTheSystem) {
     // "(" and ")" are not part of the text that the reference compares.
     if (std::string(pair.a).find('(') == std::string::npos) CheckPair(asteroids, pair, 1);
@@ -134,13 +123,13 @@ TEST(CollationLearning, PassesOverTheParenthesesOfAsteroids) {
 TEST(CollationLearning, FindsATextEqualToItself) {
   Warm();
   for (const char* text : {"", "Ra-Shalom", "\xD1\x91-\xD1\x91", "(1) 'x'"}) {
-    for (const Form& form : kForms) CheckPair(form, {text, text}, 0);
+    for (const CollationForm& form : kCollationForms) CheckPair(form, {text, text}, 0);
   }
 }
 
 TEST(CollationLearning, BeginsWithTheFirstComparisonAndTheFirstLetter) {
   bool isLetterInFirst = false;
-  for (const Form& form : kForms) {
+  for (const CollationForm& form : kCollationForms) {
     SetCodePage(form.language);
     isLetterInFirst = !isLetterInFirst;
     const auto [a, b] = kLetterPairs[0];
@@ -254,16 +243,10 @@ int RefuseAfter(DWORD flags, std::wstring_view a, std::wstring_view b) {
   return Questions::Count() > allowed ? 0 : AnswerOfSystem(flags, a, b);
 }
 
-struct System {
-  const char* what;
-  kv::test::Answer answer;
-};
-void PrintTo(const System& system, std::ostream* out) { *out << system.what; }
-
 class ContradictorySystem : public testing::TestWithParam<System> {};
 
 TEST_P(ContradictorySystem, IsAskedAboutEveryPair) {
-  for (const Form& form : kForms) {
+  for (const CollationForm& form : kCollationForms) {
     SetCodePage(form.language);
     const Questions asked(GetParam().answer);
     form.compare("a", "b");
@@ -289,7 +272,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(CollationLearning, GivesTheFailureOfTheSystem) {
   const Questions asked(Refuse);
-  for (const Form& form : kForms) {
+  for (const CollationForm& form : kCollationForms) {
     SetCodePage(form.language);
     const long long before = Questions::Count();
     EXPECT_EQ(form.compare("b", "a"), -3);
@@ -318,89 +301,5 @@ TEST(CollationLearning, KeepsWhatItKnowsOfAsciiWithoutLetters) {
   CheckPairs(kAsciiPairs, 0);
   CheckPairs(kLetterPairs, 1);
 }
-
-// ---- Systems with an order of their own
-// -----------------------------------------------------------
-
-// "a" and "z", "b" and "y" and so on change places.
-std::wstring Mirror(std::wstring_view text) {
-  std::wstring mirrored(text);
-  for (wchar_t& unit : mirrored) {
-    if (unit >= L'a' && unit <= L'z') unit = static_cast<wchar_t>(L'a' + L'z' - unit);
-    if (unit >= L'A' && unit <= L'Z') unit = static_cast<wchar_t>(L'A' + L'Z' - unit);
-  }
-  return mirrored;
-}
-
-int AnswerOfMirror(DWORD flags, std::wstring_view a, std::wstring_view b) {
-  return AnswerOfSystem(flags, Mirror(a), Mirror(b));
-}
-
-int AnswerWithCase(DWORD flags, std::wstring_view a, std::wstring_view b) {
-  return AnswerOfSystem(flags & ~DWORD{LINGUISTIC_IGNORECASE}, a, b);
-}
-
-int AnswerWithDiacritics(DWORD flags, std::wstring_view a, std::wstring_view b) {
-  return AnswerOfSystem(flags & ~DWORD{LINGUISTIC_IGNOREDIACRITIC}, a, b);
-}
-
-std::wstring Replace(std::wstring text, wchar_t unit, std::wstring_view replacement) {
-  for (std::size_t at = text.find(unit); at != text.npos;
-       at = text.find(unit, at + replacement.size()))
-    text.replace(at, 1, replacement);
-  return text;
-}
-
-// A letter that is two, the second of them the last of all.
-int AnswerWithDoubleLetter(DWORD flags, std::wstring_view a, std::wstring_view b) {
-  return AnswerOfSystem(flags, Replace(std::wstring(a), L'q', L"pz"),
-                        Replace(std::wstring(b), L'q', L"pz"));
-}
-
-// A letter that is two, the second of them before all that is known.
-int AnswerWithLowLetter(DWORD flags, std::wstring_view a, std::wstring_view b) {
-  return AnswerOfSystem(flags, Replace(std::wstring(a), L'q', L"p\x309F"),
-                        Replace(std::wstring(b), L'q', L"p\x309F"));
-}
-
-// A hyphen removes what follows it.
-int AnswerWithoutWhatFollowsHyphens(DWORD flags, std::wstring_view a, std::wstring_view b) {
-  const auto remove = [](std::wstring text) {
-    for (std::size_t at = text.find(L'-'); at != text.npos; at = text.find(L'-', at))
-      text.erase(at, text[at + 1] == L'\0' ? 1 : 2);
-    return text;
-  };
-  return AnswerOfSystem(flags, remove(std::wstring(a)), remove(std::wstring(b)));
-}
-
-class OtherSystem : public testing::TestWithParam<System> {};
-
-TEST_P(OtherSystem, GivesTheOrder) {
-  const kv::test::Answer answer = GetParam().answer;
-  const Questions asked(answer);
-  long long compared = 0;
-  for (const Form& form : kForms) {
-    SetCodePage(form.language);
-    kv::test::RandomPairs pairs({{'a', 'z', 4}, {'A', 'Z', 4}, {' ', '~'}}, 6, 20240229);
-    for (int count = 0; count < 20'000; ++count, ++compared) {
-      pairs.Next();
-      const std::wstring a(pairs.A().c_str(), pairs.A().c_str() + pairs.A().size() + 1);
-      const std::wstring b(pairs.B().c_str(), pairs.B().c_str() + pairs.B().size() + 1);
-      ASSERT_EQ(form.compare(pairs.A().c_str(), pairs.B().c_str()) + CSTR_EQUAL,
-                answer(form.flags, a, b))
-          << pairs.A() << " / " << pairs.B() << std::hex << ", " << form.flags;
-    }
-  }
-  EXPECT_LT(Questions::Count(), compared / 3);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    CollationLearning, OtherSystem,
-    testing::Values(System{"Mirror", AnswerOfMirror}, System{"WithCase", AnswerWithCase},
-                    System{"WithDoubleLetter", AnswerWithDoubleLetter},
-                    System{"WithLowLetter", AnswerWithLowLetter},
-                    System{"WithoutWhatFollowsHyphens", AnswerWithoutWhatFollowsHyphens},
-                    System{"WithDiacritics", AnswerWithDiacritics}),
-    [](const auto& system) { return system.param.what; });
 
 }  // namespace

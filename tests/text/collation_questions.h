@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <atomic>
+#include <ostream>
 #include <string_view>
 
 #include "tests/support/import_patch.h"
@@ -18,6 +19,13 @@ inline int AnswerOfSystem(DWORD flags, std::wstring_view a, std::wstring_view b)
   return ::CompareStringEx(LOCALE_NAME_INVARIANT, flags, a.data(), static_cast<int>(a.size()),
                            b.data(), static_cast<int>(b.size()), nullptr, nullptr, 0);
 }
+
+// A stand-in for the system, and its name.
+struct System {
+  const char* what;
+  Answer answer;
+};
+inline void PrintTo(const System& system, std::ostream* out) { *out << system.what; }
 
 // For the life of the object the library's questions get these answers. One at a time.
 class Questions {

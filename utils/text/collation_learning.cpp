@@ -105,8 +105,7 @@ bool Learner::IsOrdinary(wchar_t character) {
 
 // One that counts for nothing while ranks do: what follows it decides, in either direction.
 bool Learner::IsIgnored(wchar_t character) {
-  return character <= kLastAscii &&
-         IsBefore(Sample(lowest_, highest_), Sample(character, highest_)) &&
+  return IsBefore(Sample(lowest_, highest_), Sample(character, highest_)) &&
          IsBefore(Sample(character, lowest_), Sample(lowest_, lowest_));
 }
 

@@ -1,6 +1,7 @@
 #include "utils/text/collation_learning.h"
 #include "utils/text/collation_system.h"
 #include "utils/text/collation_walk.h"
+#include "utils/text/encoding_units.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -70,8 +71,8 @@ class RandomPairs {
       if (character <= kLastAscii) {
         bytes += static_cast<char>(character);
       } else {
-        bytes += static_cast<char>(0xC0 | (character / kContinuations));
-        bytes += static_cast<char>(0x80 | (character % kContinuations));
+        bytes += LeadOfTwo(character);
+        bytes += LastByte(character);
       }
     }
     return bytes;

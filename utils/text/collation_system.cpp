@@ -1,6 +1,7 @@
 #include "utils/text/collation_system.h"
 
 #include "utils/internal/text_length.h"
+#include "utils/text/encoding_units.h"
 
 #include <emmintrin.h>
 
@@ -15,10 +16,8 @@ using namespace kv::internal;
 // units than bytes.
 constexpr std::size_t kShortSize = 256;
 
-constexpr bool IsContinuation(unsigned byte) { return (byte & 0xC0) == 0x80; }
-
-// Eight bytes of ASCII are widened together. False, with nothing stored, when one is not ASCII.
-bool WidenAscii(const unsigned char* in, wchar_t* out) {
+// Widens eight bytes of ASCII. False, with nothing stored, when one is not ASCII.
+bool WidenAscii(const char* in, wchar_t* out) {
   const __m128i bytes = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(in));
   if (_mm_movemask_epi8(bytes) != 0) return false;
   const __m128i units = _mm_unpacklo_epi8(bytes, _mm_setzero_si128());
@@ -26,21 +25,19 @@ bool WidenAscii(const unsigned char* in, wchar_t* out) {
   return true;
 }
 
-// The number of bytes of a well-formed character of one unit at `in`, and its unit; 0 for any
-// other. A terminator ends the text, so no byte behind it is read.
-std::size_t ReadUnit(const unsigned char* in, unsigned& unit) {
-  unit = in[0];
-  if (unit < 0x80) return 1;
-  if (unit < 0xC2 || unit >= 0xF0 || !IsContinuation(in[1])) return 0;
-  if (unit < 0xE0) {
-    unit = (unit & 0x1F) << 6 | (in[1] & 0x3FU);
-    return 2;
+// Reads a character of one unit that is well-formed, and goes behind it. False for any other.
+bool ReadUnit(const char*& in, const char* end, unsigned& unit) {
+  const char* behind = in;
+  if (IsAscii(Unit(*in))) {
+    unit = Unit(*behind++);
+  } else if (ReadUtf8<2>(behind, end, unit)) {
+    if (!HasTwoBytes(unit)) return false;
+  } else if (!ReadUtf8<3>(behind, end, unit) || !HasThreeBytes(unit) || IsHighSurrogate(unit) ||
+             IsLowSurrogate(unit)) {
+    return false;
   }
-  if (!IsContinuation(in[2])) return 0;
-  unit = (unit & 0x0F) << 12 | (in[1] & 0x3FU) << 6 | (in[2] & 0x3FU);
-  const bool isOverlong = unit < 0x800;
-  const bool isSurrogate = (unit & 0xF800) == 0xD800;
-  return isOverlong || isSurrogate ? 0 : 3;
+  in = behind;
+  return true;
 }
 
 // Converts a short text of UTF-8 with its terminator; gives the number of units, 0 when the system
@@ -48,8 +45,8 @@ std::size_t ReadUnit(const unsigned char* in, unsigned& unit) {
 // first character of several units, or malformed, on.
 int ConvertShort(const char* text, std::size_t size, wchar_t* out) {
   constexpr std::ptrdiff_t kStep = 8;
-  const auto* in = reinterpret_cast<const unsigned char*>(text);
-  const auto* const end = in + size;
+  const char* in = text;
+  const char* const end = text + size;
   wchar_t* place = out;
   while (in < end) {
     if (end - in >= kStep && WidenAscii(in, place)) {
@@ -58,15 +55,11 @@ int ConvertShort(const char* text, std::size_t size, wchar_t* out) {
       continue;
     }
     unsigned unit = 0;
-    const std::size_t bytes = ReadUnit(in, unit);
-    if (bytes == 0) {
-      const auto used = place - out;
-      const int rest = ::MultiByteToWideChar(
-          kUtf8CodePage, 0, reinterpret_cast<const char*>(in), static_cast<int>(end - in), place,
-          static_cast<int>(static_cast<std::ptrdiff_t>(kShortSize) - used));
-      return rest == 0 ? 0 : static_cast<int>(used) + rest;
+    if (!ReadUnit(in, end, unit)) {
+      const int rest = ::MultiByteToWideChar(kUtf8CodePage, 0, in, static_cast<int>(end - in),
+                                             place, static_cast<int>(end - in));
+      return rest == 0 ? 0 : static_cast<int>(place - out) + rest;
     }
-    in += bytes;
     *place++ = static_cast<wchar_t>(unit);
   }
   return static_cast<int>(place - out);
