@@ -286,20 +286,34 @@ TEST(CollationLearning, GivesTheFailureOfTheSystem) {
   EXPECT_EQ(CompareAsterNameWithNumber("()", ""), -3);
 }
 
-int RefuseLetters(DWORD flags, std::wstring_view a, std::wstring_view b) {
-  const auto isLetter = [](wchar_t unit) { return unit > 0x7F; };
-  if (std::any_of(a.begin(), a.end(), isLetter) || std::any_of(b.begin(), b.end(), isLetter))
-    return 0;
-  return AnswerOfSystem(flags, a, b);
+bool HasLetter(std::wstring_view text) {
+  return std::any_of(text.begin(), text.end(), [](wchar_t unit) { return unit > 0x7F; });
 }
 
-TEST(CollationLearning, KeepsWhatItKnowsOfAsciiWithoutLetters) {
+int RefuseLetters(DWORD flags, std::wstring_view a, std::wstring_view b) {
+  return HasLetter(a) || HasLetter(b) ? 0 : AnswerOfSystem(flags, a, b);
+}
+
+int ReverseTextsOfThreeWithLetters(DWORD flags, std::wstring_view a, std::wstring_view b) {
+  return HasLetter(a) || HasLetter(b) ? ReverseTextsOfThree(flags, a, b)
+                                      : AnswerOfSystem(flags, a, b);
+}
+
+class ContradictoryLetters : public testing::TestWithParam<System> {};
+
+TEST_P(ContradictoryLetters, LeaveWhatIsKnownOfAscii) {
   {
-    const Questions asked(RefuseLetters);
+    const Questions asked(GetParam().answer);
     Warm();
   }
   CheckPairs(kAsciiPairs, 0);
   CheckPairs(kLetterPairs, 1);
 }
+
+INSTANTIATE_TEST_SUITE_P(CollationLearning, ContradictoryLetters,
+                         testing::Values(System{"Refuse", RefuseLetters},
+                                         System{"ReverseTextsOfThree",
+                                                ReverseTextsOfThreeWithLetters}),
+                         [](const auto& system) { return system.param.what; });
 
 }  // namespace
