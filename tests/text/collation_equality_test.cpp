@@ -207,6 +207,20 @@ TEST(CollationEquality, AnswersAsTheSystemForLongTexts) {
   CheckRandomPairs(kScripts, 300, 5'000);
 }
 
+// Pairs that the system decides, of short texts and of long ones.
+TEST(CollationEquality, AnswersAsTheSystemForEveryLength) {
+  std::vector<Pair> pairs;
+  for (std::size_t length = 0; length < 600; ++length) {
+    const std::string run(length, 'a');
+    pairs.push_back(Ready(run + "-", run));
+    pairs.push_back(Ready(run + InUtf8(0x30A2), run + InUtf8(0x30A4)));
+    pairs.push_back(Ready(InUtf8(0x30A2) + run, InUtf8(0x30A2)));
+    pairs.push_back(Ready(InUtf8(0x30A2), InUtf8(0x30A2) + run));
+    pairs.push_back(Ready(run + "\xFF-", run + InUtf8(0x1F31F)));
+  }
+  Check(kTextForms).Compare(pairs);
+}
+
 TEST(CollationEquality, AnswersAsTheSystemForAsteroids) {
   CheckRandomPairs(kAsteroids, 10, 600'000, kAsteroidForms, ReadyAsteroids);
 }
