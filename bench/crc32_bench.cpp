@@ -71,11 +71,13 @@ std::string Amount(std::size_t size) {
 }  // namespace
 
 void kv::bench::CheckAgreement() {
-  for (std::size_t size = 0; size < 2000; ++size) {
+  const auto compare = [](std::size_t size) {
     const Bytes bytes = Noise(size);
     for (const Form& form : Forms())
       Require(form.checksum(bytes) == Plain(bytes), form.name.c_str());
-  }
+  };
+  for (std::size_t size = 0; size < 2000; ++size) compare(size);
+  for (const std::size_t size : {32U << 10, 1U << 20, 9U << 20}) compare(size + 77);
 }
 
 void kv::bench::RegisterComparisons() {

@@ -18,15 +18,15 @@ namespace {
 
 constexpr std::size_t kFileSize = std::size_t{256} << 20;
 
-// A file in the temporary folder, removed at the end of the program.
+// A file in the current folder, removed at the end of the program.
 class BigFile {
  public:
   BigFile() {
     char folder[MAX_PATH];
     char name[MAX_PATH];
-    kv::bench::Require(
-        ::GetTempPathA(MAX_PATH, folder) != 0 && ::GetTempFileNameA(folder, "kvb", 0, name) != 0,
-        "a temporary file");
+    kv::bench::Require(::GetCurrentDirectoryA(MAX_PATH, folder) != 0 &&
+                           ::GetTempFileNameA(folder, "kvb", 0, name) != 0,
+                       "a temporary file");
     path_ = name;
     std::mt19937_64 random(20240305);
     std::vector<std::uint64_t> piece(1 << 17);

@@ -32,13 +32,18 @@ def limit_name(form: str) -> str:
 
 
 def read_group(path: Path) -> dict:
-    """The context of a run and the medians of its operations."""
+    """The context of a run and the medians of those operations in which the library is measured."""
     text = path.read_text(encoding="utf-8")
     if not text.strip():  # no benchmark of the group matched a filter
         return {"context": {}, "operations": {}}
-    measured = json.loads(text)
+    try:
+        measured = json.loads(text)
+    except json.JSONDecodeError:
+        sys.exit(f"report.py: {path.name} holds no figures of Google Benchmark")
     samples: dict[str, dict[str, list[float]]] = {}
     for run in sorted(measured["benchmarks"], key=lambda run: run["family_index"]):
+        if run.get("error_occurred"):
+            sys.exit(f"report.py: {run['name']} failed: {run.get('error_message')}")
         if run["run_type"] == "iteration":
             operation, form = run["name"].split("/")[:2]
             time = run["real_time"] * NANOSECONDS[run["time_unit"]]
@@ -46,12 +51,15 @@ def read_group(path: Path) -> dict:
     operations = {
         operation: {form: statistics.median(times) for form, times in forms.items()}
         for operation, forms in samples.items()
+        if "library" in forms
     }
     return {"context": measured["context"], "operations": operations}
 
 
 def read_groups(folder: Path, names: list[str]) -> dict[str, dict]:
     paths = [folder / f"{name}.json" for name in names] or sorted(folder.glob("*.json"))
+    if missing := [path.stem for path in paths if not path.exists()]:
+        sys.exit(f"report.py: nothing has been measured of {', '.join(missing)}")
     return {path.stem: read_group(path) for path in paths}
 
 
@@ -196,6 +204,8 @@ def baseline(arguments: argparse.Namespace, groups: dict[str, dict]) -> int:
 
 def compare(arguments: argparse.Namespace, groups: dict[str, dict]) -> int:
     """Compares the ratios with the baseline; the status is 1 when the library got slower."""
+    if not arguments.baseline.exists():
+        sys.exit("report.py: there is no baseline yet; ./kv bench --baseline writes it")
     kept = json.loads(arguments.baseline.read_text(encoding="utf-8"))
     slower = compared = 0
     for name, group in groups.items():

@@ -60,6 +60,7 @@ measure() {
   shift 2
   printf '  %-50s' "Measuring $group ..."
   mkdir -p "$logs"
+  rm -rf "$folder"
   hand_over "$folder" "$folder/work" "$folder/Documents"
   cd "$folder/work"
   KVUTILS_DOCUMENTS="Z:${folder//\//\\}\\Documents" use_wine "$root/cmake/wine-run" \
@@ -81,7 +82,7 @@ bench_context() {
   local processor features
   processor=$(sed -n 's/^model name[^:]*: //p' /proc/cpuinfo | head -n 1)
   features=$(grep -m 1 '^flags' /proc/cpuinfo |
-    grep -owE 'pclmulqdq|avx2|avx512bw|avx512_vbmi2|vpclmulqdq' | xargs)
+    grep -owE 'pclmulqdq|avx2|avx512bw|avx512_vbmi2|vpclmulqdq' | xargs) || features='SSE2 alone'
   printf -- '--benchmark_context=%s\n' "processor=${processor//[,=]/ }" "features=$features" \
     "compiler=$(package_name g++-mingw-w64-x86-64-posix)" "wine=$(package_name libwine)" \
     "commit=$(source_version)"

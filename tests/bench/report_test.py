@@ -116,6 +116,25 @@ class Report(Measured):
         (self.measured / "names.json").write_text("")
         self.assertEqual(self.call("table", "names"), (0, ""))
 
+    def test_an_operation_without_the_library_is_left_out(self):
+        self.measure("names", [run(0, "short/plain/real_time", 10.0)])
+        self.assertEqual(self.call("table", "names"), (0, ""))
+
+    def test_what_cannot_be_read_is_told_in_a_line(self):
+        failed = {**NAMES[0], "error_occurred": True, "error_message": "no file"}
+        self.measure("failed", [failed])
+        (self.measured / "text.json").write_text("Benchmark  Time")
+        missing = ("--baseline", str(self.folder / "none.json"), "names")
+        for arguments, message in [
+            (("table", "failed"), "long/plain/real_time failed: no file"),
+            (("table", "text"), "text.json holds no figures of Google Benchmark"),
+            (("table", "none"), "nothing has been measured of none"),
+            (("compare", *missing), "there is no baseline yet; ./kv bench --baseline writes it"),
+        ]:
+            with self.subTest(message), self.assertRaises(SystemExit) as refusal:
+                self.call(*arguments)
+            self.assertEqual(refusal.exception.code, f"report.py: {message}")
+
     def test_the_results_hold_all_medians_and_ratios(self):
         path = self.folder / "results.json"
         self.call("table", "--results", str(path), "names")

@@ -180,13 +180,4 @@ TEST(Crc32Folding, KnowsThePowersOfX) {
   EXPECT_EQ(PowerOfX(2111), 0x7CC8E1E7U);
 }
 
-// x^-n1 + x^-n2 + x^-n3 + x^-n4 is 1 for the numbers of bits n that lines are moved by.
-TEST(Crc32Folding, MovesALineOntoFourOthersWithTheSameRemainder) {
-  constexpr std::size_t kLine = 512;
-  std::uint32_t sum = 0;
-  for (const std::size_t lines : {145U, 183U, 211U, 300U})
-    sum ^= kv::internal::PowerOfX((300 - lines) * kLine);
-  EXPECT_EQ(sum, kv::internal::PowerOfX(300 * kLine));
-}
-
 }  // namespace

@@ -1,10 +1,11 @@
 // Folding with lines of four blocks in the place of blocks, eight lines side by side.
 //
-// What bounds the speed are the products, of which a line takes two. Some lines need none: modulo
-// P, x^-74240 + x^-93696 + x^-108032 + x^-153600 is 1, so that a line may be left out where it is
-// added to the lines that lie 145, 183, 211 and 300 lines of 512 bits further on. Here this is the
-// first line of each group of eight, as long as these lines are there. No distance is a multiple of
-// eight: a line that is left out has no other added to it.
+// What bounds the speed are the products, of which a line takes two. Some lines need none. Let y be
+// x^-512 mod P, by which a line of 512 bits that lies one further on counts less: where the powers
+// of y by four distances add up to 1, a line may be left out when it is added to the lines that lie
+// these distances further on. Here this is the first line of each group of eight, as long as those
+// lines are there. Of up to four distances no others up to 300 add up to 1; none of these is a
+// multiple of eight, so that no line is added to one that is left out.
 #include "utils/download/crc32_folding.h"
 #include "utils/download/crc32_forms.h"
 
@@ -15,6 +16,14 @@ namespace {
 
 constexpr std::size_t kLine = 64;
 constexpr std::size_t kGroup = 8 * kLine;
+
+// In lines. Multiplied by x^(512 * 300), the sum of the powers has no negative exponent.
+constexpr std::size_t kDistances[] = {145, 183, 211, 300};
+static_assert((PowerOfX(512 * (300 - kDistances[0])) ^ PowerOfX(512 * (300 - kDistances[1])) ^
+               PowerOfX(512 * (300 - kDistances[2])) ^ PowerOfX(512 * (300 - kDistances[3]))) ==
+              PowerOfX(512 * 300));
+static_assert(kDistances[0] % 8 == 1 && kDistances[1] % 8 == 7 && kDistances[2] % 8 == 3 &&
+              kDistances[3] % 8 == 4);
 
 KVUTILS_TARGET_512 inline __m512i LoadLine(const unsigned char* data) {
   return _mm512_loadu_si512(data);
@@ -43,13 +52,15 @@ KVUTILS_TARGET_512 inline __m128i FoldWithin(__m512i line) {
                        _mm_xor_si128(Fold(BlockOf<2>(line), FactorsOver<16>()), BlockOf<3>(line)));
 }
 
-// The line at `place`, and the one kLines before it if that is the first of a group before `end`.
-template <std::size_t kLines>
+// The line at `place`, and the one so far before it if that is there and left out, which lines from
+// `end` on are not.
+template <std::size_t kDistance>
 KVUTILS_TARGET_512 inline __m512i LineAndMoved(const unsigned char* data, std::size_t place,
                                                std::size_t end) {
+  constexpr std::size_t kBytes = kDistance * kLine;
   const __m512i line = LoadLine(data + place);
-  const std::size_t from = place - kLines * kLine;  // beyond any end in front of the data
-  return from < end ? _mm512_xor_si512(line, LoadLine(data + from)) : line;
+  if (place < kBytes || place - kBytes >= end) return line;
+  return _mm512_xor_si512(line, LoadLine(data + place - kBytes));
 }
 
 // The accumulator behind so many bytes in whole groups, one or more, of which `line` is the first
@@ -63,20 +74,20 @@ KVUTILS_TARGET_512 inline __m512i FoldGroups(__m512i line, const unsigned char* 
   data += kGroup;
   size -= kGroup;
   // Of more than the caches hold, reading is the bound, and in one place at a time it is faster.
-  constexpr std::size_t kFarthest = 300 * kLine;
+  constexpr std::size_t kFarthest = kDistances[3] * kLine;
   constexpr std::size_t kCached = std::size_t{8} << 20;
   const bool isMoved = size > kFarthest && size <= kCached;
   const std::size_t end = isMoved ? (size - kFarthest) / kGroup * kGroup : 0;
   for (std::size_t place = 0; place < size; place += kGroup) {
     const unsigned char* const group = data + place;
     if (place >= end) sums[0] = FoldLine<kGroup>(sums[0], LoadLine(group));
-    sums[1] = FoldLine<kGroup>(sums[1], LineAndMoved<145>(data, place + kLine, end));
+    sums[1] = FoldLine<kGroup>(sums[1], LineAndMoved<kDistances[0]>(data, place + kLine, end));
     sums[2] = FoldLine<kGroup>(sums[2], LoadLine(group + 2 * kLine));
-    sums[3] = FoldLine<kGroup>(sums[3], LineAndMoved<211>(data, place + 3 * kLine, end));
-    sums[4] = FoldLine<kGroup>(sums[4], LineAndMoved<300>(data, place + 4 * kLine, end));
+    sums[3] = FoldLine<kGroup>(sums[3], LineAndMoved<kDistances[2]>(data, place + 3 * kLine, end));
+    sums[4] = FoldLine<kGroup>(sums[4], LineAndMoved<kDistances[3]>(data, place + 4 * kLine, end));
     sums[5] = FoldLine<kGroup>(sums[5], LoadLine(group + 5 * kLine));
     sums[6] = FoldLine<kGroup>(sums[6], LoadLine(group + 6 * kLine));
-    sums[7] = FoldLine<kGroup>(sums[7], LineAndMoved<183>(data, place + 7 * kLine, end));
+    sums[7] = FoldLine<kGroup>(sums[7], LineAndMoved<kDistances[1]>(data, place + 7 * kLine, end));
   }
   const __m512i lastThree = FoldLine<2 * kLine>(sums[5], FoldLine<kLine>(sums[6], sums[7]));
   const __m512i lastFive = FoldLine<4 * kLine>(sums[3], FoldLine<3 * kLine>(sums[4], lastThree));
@@ -101,7 +112,7 @@ std::uint32_t ExtendCrc32By512Bits(std::uint32_t value, const unsigned char* dat
     line = FoldLine<kLine>(line, LoadLine(data + passed));
   }
   const __m128i accumulator = FoldWithin(line);
-  _mm256_zeroupper();
+  _mm256_zeroupper();  // else every later SSE instruction waits for the upper halves
   return FinishCrc32(accumulator, data + passed, size - passed);
 }
 

@@ -12,8 +12,8 @@ constexpr std::uint32_t Step(std::uint32_t hash) {
 
 constexpr SlicingTables<16> kTables = MakeSlicingTables<16>(Step);
 
-// What a set sign bit adds to the register after kBytes steps. As the highest bit of a register's
-// fourth byte it is copied by the first step and the two that follow; as the highest bit of a
+// What a set sign bit adds to the register after kBytes steps. As the highest bit of the register
+// it is copied by the first step, and by those that follow while it is set; as the highest bit of a
 // text's fourth byte, which the tables take it for, it would wait in its place without a trace.
 template <std::size_t kBytes>
 constexpr std::uint32_t SignTerm() {

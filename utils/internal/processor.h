@@ -6,7 +6,7 @@ namespace kv::internal {
 
 struct Processor {
   bool carryless128 = false;  // PCLMULQDQ with SSE4.1
-  bool carryless512 = false;  // VPCLMULQDQ with AVX-512 F, VL and BW
+  bool carryless512 = false;  // and VPCLMULQDQ with AVX-512 F, VL and BW
   bool avx2 = false;          // AVX2
 };
 
