@@ -82,8 +82,10 @@ const std::vector<Form> kForms = {{"library", Library},
                                   {"std::boyer_moore_horspool_searcher", Horspool},
                                   {"two-way alone", TwoWay}};
 
+// Other bytes at each call.
 Bytes Noise(std::size_t size, unsigned bytesInUse = 0xFF) {
-  std::mt19937 random(20240302 + static_cast<unsigned>(size));
+  static unsigned calls = 0;
+  std::mt19937 random(20240302 + calls++);
   Bytes bytes(size);
   for (unsigned char& byte : bytes) byte = static_cast<unsigned char>(random() % bytesInUse);
   return bytes;
@@ -114,6 +116,21 @@ Input Repetitive(std::size_t haySize, std::size_t needleSize, std::size_t place)
   return input;
 }
 
+// A word over and over, and a needle whose ends are frequent in it.
+Input Periodic(const std::string& word, std::size_t haySize, const std::string& needle) {
+  Input input = {Bytes(haySize), Bytes(needle.begin(), needle.end())};
+  for (std::size_t i = 0; i < haySize; ++i)
+    input.hay[i] = static_cast<unsigned char>(word[i % word.size()]);
+  return input;
+}
+
+// Of so few letters that two bytes of the needle stand at many places, its middle at none.
+Input FewLetters(std::size_t haySize, std::size_t needleSize, unsigned letters) {
+  Input input = {Noise(haySize, letters), Noise(needleSize, letters)};
+  input.needle[needleSize / 2] = 0xFF;
+  return input;
+}
+
 constexpr int kAsAlways = 0;
 
 void Compare(const std::string& operation, Input input, int repetitions = kAsAlways) {
@@ -123,6 +140,7 @@ void Compare(const std::string& operation, Input input, int repetitions = kAsAlw
   for (const Form& form : kForms)
     comparison.Add(form.name, [shared, form] { return form.search(*shared); });
   comparison.Add("limit: reading the memory", [shared] { return kv::bench::ReadAll(shared->hay); });
+  // Of a hay that repeats itself the forms below would measure little but their calls.
   if (shared->hay.front() == shared->hay.back()) return;
   comparison.Add("pairs, SSE2", [shared] { return Pairs<kv::internal::FindPairBySse2>(*shared); });
   if (kv::internal::g_processor.avx2)
@@ -159,4 +177,16 @@ void kv::bench::RegisterComparisons() {
             Repetitive(1U << 20, 16, place), kFewRepetitions);
   Compare("65535 times a, needle 4096 with b at 2048", Repetitive(65535, 4096, 2048),
           kFewRepetitions);
+  for (const std::size_t size : {100U, 8192U}) {
+    const std::string hay = std::to_string(size) + " bytes of ";
+    Compare(hay + "axx, needle ayya", Periodic("axx", size, "ayya"));
+    Compare(hay + "two letters, needle 3", FewLetters(size, 3, 2));
+    // The pair changes with every candidate and is frequent nevertheless. The library then takes up
+    // to half as long again as the plain form, and 20 ns longer in hays of up to 64 bytes.
+    Compare(hay + "axzayx, needle ayz", Periodic("axzayx", size, "ayz"));
+    Compare(hay + "aab, needle aaaaaaab", Periodic("aab", size, "aaaaaaab"));
+  }
+  for (const std::size_t needle : {1'000U, 1'000'000U})
+    Compare("40 places, needle " + std::to_string(needle),
+            {Noise(needle + 39, 4), Noise(needle, 4)});
 }

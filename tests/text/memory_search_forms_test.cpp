@@ -247,4 +247,42 @@ TEST(MemorySearchForms, FindOneOtherByteInALongRun) {
   }
 }
 
+// So few places that preparing anything for the whole needle would be in vain.
+TEST(MemorySearchForms, FindNeedlesNearlyAsLongAsTheHay) {
+  std::mt19937 random(316227);
+  for (const std::size_t size : {100U, 1'000U, 20'000U}) {
+    for (std::size_t places = 31; places <= 100; ++places) {
+      SCOPED_TRACE(testing::Message() << size << ' ' << places);
+      const std::string hay = RandomText(random, size + places - 1, 4);
+      EXPECT_EQ(Search(hay, RandomText(random, size, 4)), -1);
+      for (const std::size_t place : {std::size_t{0}, places / 2, places - 1})
+        EXPECT_EQ(Search(hay, hay.substr(place, size)), static_cast<int>(place));
+      std::string almost = hay.substr(places - 1);
+      almost[random() % size] = 'z';
+      EXPECT_EQ(Search(hay, almost), -1);
+    }
+  }
+}
+
+// The first byte that differs is another one at every place, and it differs late: only a search in
+// linear time comes to an end.
+TEST(MemorySearchForms, FindMebibytesThatDifferLateInLinearTime) {
+  constexpr std::size_t kMebi = std::size_t{1} << 20;
+  const std::string needle(4 * kMebi + 1, 'a');
+  const std::string hay = Repeated(std::string(4 * kMebi, 'a') + 'b', 16 * kMebi);
+  EXPECT_EQ(Search(hay, needle), -1);
+  EXPECT_EQ(Search(hay + needle, needle), 12'582'915);
+}
+
+TEST(MemorySearchForms, FindMebibytesWithOneOtherByteInLinearTime) {
+  constexpr std::size_t kMebi = std::size_t{1} << 20;
+  const std::string hay(16 * kMebi, 'a');
+  for (const std::size_t place : {std::size_t{0}, 4 * kMebi, 8 * kMebi - 1}) {
+    std::string needle(8 * kMebi, 'a');
+    needle[place] = 'b';
+    EXPECT_EQ(Search(hay, needle), -1) << place;
+    EXPECT_EQ(SearchTwoWay(hay, needle), -1) << place;
+  }
+}
+
 }  // namespace

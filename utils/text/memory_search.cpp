@@ -34,33 +34,54 @@ std::size_t CommonSize(Needle needle, const unsigned char* text) {
   return common;
 }
 
-// Each gives the first of so many places at which the needle stands, or `places`.
-
-std::size_t FindOneByOne(const unsigned char* hay, std::size_t places, Needle needle) {
+// The first of so many places at which the needle stands, or `places`. It is also the place where
+// more bytes than the budget have been compared in vain, which leaves a budget of 0.
+std::size_t FindOneByOne(const unsigned char* hay, std::size_t places, Needle needle,
+                         std::size_t& budget) {
   for (std::size_t place = 0; place < places; ++place) {
     std::size_t common = 0;
     while (common < needle.size() && needle[common] == hay[place + common]) ++common;
     if (common == needle.size()) return place;
+    if (common > budget) {
+      budget = 0;
+      return place;
+    }
+    budget -= common;
   }
   return places;
 }
 
-// Compares the needle where its ends stand. Once that has cost more than going over the hay,
-// because the ends stand in too many places, the rest is searched in linear time.
-std::size_t FindByEnds(const unsigned char* hay, std::size_t places, Needle needle) {
+// Compares the needle where two of its bytes stand, its ends at first. Where those stand at many
+// places, the byte that differed at the last one takes the place of the second, and some places are
+// searched one by one, twice as many each time. A budget of compared bytes that is linear in what
+// is searched keeps needles in check that differ late at many places: when it is spent, the rest is
+// searched in linear time. Comparing is so much faster than preparing that search that the budget
+// is a multiple.
+std::size_t FindByPair(const unsigned char* hay, std::size_t places, Needle needle) {
   using namespace kv::internal;
-  constexpr std::size_t kCostOfPlace = 24;  // as that of so many bytes that are compared
-  const BytePair ends = {needle.front(), needle.back(), needle.size() - 1};
+  constexpr std::size_t kManyPlaces = 32;  // the pair stands at more than one of so many
+  constexpr std::size_t kComparedPerByte = 16;
   auto* const findPair = g_processor.avx2 ? FindPairByAvx2 : FindPairBySse2;
-  std::size_t budget = places;
-  for (std::size_t place = 0;; ++place) {
-    place += findPair(hay + place, places - place, ends);
+  BytePair pair = {needle.front(), needle.back(), needle.size() - 1};
+  std::size_t budget = kComparedPerByte * (places + needle.size());
+  std::size_t oneByOne = 0;
+  for (std::size_t place = 0;;) {
+    const std::size_t passed = findPair(hay + place, places - place, pair);
+    place += passed;
     if (place == places) return places;
     const std::size_t common = CommonSize(needle, hay + place);
     if (common == needle.size()) return place;
-    const std::size_t cost = kCostOfPlace + common;
-    if (cost > budget) return place + FindByTwoWay(hay + place, places - place, needle);
-    budget -= cost;
+    if (common > budget) return place + FindByTwoWay(hay + place, places - place, needle);
+    budget -= common;
+    ++place;
+    if (passed >= kManyPlaces) {
+      oneByOne = 0;
+      continue;
+    }
+    pair = {needle.front(), needle[common], common};
+    // The pair stands where the needle does: a needle found is found again by it.
+    place += FindOneByOne(hay + place, std::min(oneByOne, places - place), needle, budget);
+    oneByOne = 2 * oneByOne + kManyPlaces;
   }
 }
 
@@ -72,7 +93,9 @@ int MemorySearch(const unsigned char* hay, unsigned int haySize, const unsigned 
   if (hay == nullptr || needle == nullptr || haySize < needleSize) return kNotFound;
   const std::size_t places = std::min<std::size_t>(haySize - needleSize, INT_MAX) + 1;
   constexpr std::size_t kFewPlaces = 32;
-  const std::size_t place = places < kFewPlaces ? FindOneByOne(hay, places, {needle, needleSize})
-                                                : FindByEnds(hay, places, {needle, needleSize});
+  std::size_t unlimited = SIZE_MAX;
+  const std::size_t place = places < kFewPlaces
+                                ? FindOneByOne(hay, places, {needle, needleSize}, unlimited)
+                                : FindByPair(hay, places, {needle, needleSize});
   return place == places ? kNotFound : static_cast<int>(place);
 }

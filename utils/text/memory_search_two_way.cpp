@@ -60,7 +60,7 @@ std::size_t FindByTwoWay(const unsigned char* hay, std::size_t places, Needle ne
   const auto [cut, period] = ascending.begin > descending.begin ? ascending : descending;
   const std::size_t size = needle.size();
   // The period of the suffix is that of the whole needle if the left part follows it too. If not,
-  // the needle has no period that is shorter than the longer part.
+  // the period of the needle is longer than the longer part.
   const bool isPeriodic = std::equal(needle.data(), needle.data() + cut, needle.data() + period);
   const std::size_t shift = isPeriodic ? period : std::max(cut, size - cut) + 1;
   const std::size_t keptByShift = isPeriodic ? size - period : 0;
