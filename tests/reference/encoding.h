@@ -123,17 +123,18 @@ inline int Utf8ToUtf16(wchar_t* out, int& outLen, const char* in, int inLen) {
 // Measures and converts; malformed UTF-8 ends in front of the fault.
 inline std::wstring Ascii2Unicode(const char* text, bool isUtf8) {
   const int length = static_cast<int>(std::strlen(text));
-  std::string utf8(text);
+  std::string converted;
   if (!isUtf8) {
     int size = 0;
     Isolat1ToUtf8(nullptr, size, text, length);
-    utf8.resize(static_cast<std::size_t>(size));
-    Isolat1ToUtf8(utf8.data(), size, text, length);
+    converted.resize(static_cast<std::size_t>(size));
+    Isolat1ToUtf8(converted.data(), size, text, length);
   }
+  const char* const utf8 = isUtf8 ? text : converted.data();
   int size = 0;
-  if (Utf8ToUtf16(nullptr, size, utf8.data(), length) == -2) size = length;
+  if (Utf8ToUtf16(nullptr, size, utf8, length) == -2) size = length;
   std::wstring wide(static_cast<std::size_t>(size) + 1, L'\0');
-  Utf8ToUtf16(wide.data(), size, utf8.data(), length);
+  Utf8ToUtf16(wide.data(), size, utf8, length);
   return wide.c_str();
 }
 

@@ -139,9 +139,8 @@ std::optional<int> ScanDecimal(std::string_view text) {
 }
 
 int ScanAtoi(const char* text) {
-  const DigitRun digits = ScanDigits(text);
   // NOLINTNEXTLINE(cert-err34-c) [no digit at the beginning: white space, a sign, or no number]
-  return digits.size > 0 ? digits.value : std::atoi(text);
+  return IsDigit(*text) ? ScanDigits(text) : std::atoi(text);
 }
 
 }  // namespace kv::internal

@@ -43,19 +43,16 @@ class NumberScanner {
 // What "%d" reads from the beginning of `text`; a number beyond int gives the nearest int.
 std::optional<int> ScanDecimal(std::string_view text);
 
-// The decimal digits at the beginning of a text.
-struct DigitRun {
-  int value;  // as atoi reads them, beyond int too
-  std::size_t size;
-};
-
-inline DigitRun ScanDigits(const char* text) {
-  constexpr std::size_t kSafeDigits = 9;  // any number of so many digits is an int
-  unsigned value = 0;
-  std::size_t size = 0;
-  for (; IsDigit(text[size]); ++size) value = value * 10 + static_cast<unsigned>(text[size] - '0');
-  // NOLINTNEXTLINE(cert-err34-c) [callers rely on what atoi makes of an overflow]
-  return {size <= kSafeDigits ? static_cast<int>(value) : std::atoi(text), size};
+// What atoi reads from the decimal digits at the beginning of `text`, beyond int too.
+inline int ScanDigits(const char* text) {
+  constexpr int kSafeDigits = 9;  // any number of so many digits is an int
+  int value = 0;
+  for (int i = 0; IsDigit(text[i]); ++i) {
+    // NOLINTNEXTLINE(cert-err34-c) [callers rely on what atoi makes of an overflow]
+    if (i == kSafeDigits) return std::atoi(text);
+    value = value * 10 + (text[i] - '0');
+  }
+  return value;
 }
 
 // What atoi reads from the beginning of `text`, beyond int too.

@@ -1,6 +1,6 @@
 #include "utils/text/text.h"
 
-#include <x86intrin.h>
+#include <immintrin.h>
 
 #include <algorithm>
 #include <array>

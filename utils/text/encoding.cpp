@@ -2,8 +2,6 @@
 #include "utils/text/encoding_converters.h"
 #include "utils/text/text.h"
 
-#include <algorithm>
-
 static_assert(sizeof(wchar_t) == 2);
 
 namespace {
@@ -18,7 +16,7 @@ bool HasBlock(const void* out, int outLen, const void* in, int inLen) {
 }
 
 // Most texts are ASCII from the beginning to the end, and fit. Others are converted again from the
-// beginning.
+// beginning; a text that is converted from char to char in its own place is then as it was.
 template <typename Out, typename In>
 bool ConvertAscii(Out* out, int outLen, const In* in, int inLen) {
   if (outLen < inLen) return false;
@@ -29,13 +27,13 @@ bool ConvertAscii(Out* out, int outLen, const In* in, int inLen) {
 }  // namespace
 
 int isolat1_to_utf8(char* out, int& outLen, const char* in, int inLen) {
-  if (!HasBlock(out, outLen, in, inLen)) return CountIsolat1ToUtf8(out, outLen, in, inLen);
-  return MixedIsolat1ToUtf8(out, outLen, in, inLen);
+  if (HasBlock(out, outLen, in, inLen) && ConvertAscii(out, outLen, in, inLen)) return inLen;
+  return CountIsolat1ToUtf8(out, outLen, in, inLen);
 }
 
 int utf8_to_isolat1(char* out, int& outLen, const char* in, int inLen) {
-  if (!HasBlock(out, outLen, in, inLen)) return CountUtf8ToIsolat1(out, outLen, in, inLen);
-  return MixedUtf8ToIsolat1(out, outLen, in, inLen);
+  if (HasBlock(out, outLen, in, inLen) && ConvertAscii(out, outLen, in, inLen)) return inLen;
+  return CountUtf8ToIsolat1(out, outLen, in, inLen);
 }
 
 int utf16_to_utf8(char* out, int& outLen, const wchar_t* in, int inLen) {

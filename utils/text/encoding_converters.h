@@ -11,8 +11,6 @@ int CountUtf16ToUtf8(char* out, int& outLen, const wchar_t* in, int inLen);
 int CountUtf8ToUtf16(wchar_t* out, int& outLen, const char* in, int inLen);
 
 // Blocks and runs of characters, for a text and an output of one unit at least.
-int MixedIsolat1ToUtf8(char* out, int& outLen, const char* in, int inLen);
-int MixedUtf8ToIsolat1(char* out, int& outLen, const char* in, int inLen);
 int MixedUtf16ToUtf8(char* out, int& outLen, const wchar_t* in, int inLen);
 int MixedUtf8ToUtf16(wchar_t* out, int& outLen, const char* in, int inLen);
 

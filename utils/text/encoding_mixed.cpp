@@ -64,25 +64,6 @@ void PassText(Place<Out, In>& place, PassRuns passRuns) {
   }
 }
 
-// Latin-1 to UTF-8, two units for one. Between Latin-1 and UTF-8 the last characters of ASCII stay:
-// nothing of a text that is converted in its place is read again.
-void PassIsolat1ToUtf8(Place<char, char>& place) {
-  PassText(place, [](Place<char, char>& run) {
-    for (; run.Left() != 0 && !IsAscii(Unit(*run.in)); ++run.in) {
-      StoreTwoBytes(run.out, Unit(*run.in));
-    }
-  });
-}
-
-// UTF-8 to Latin-1, one unit for one.
-void PassUtf8ToIsolat1(Place<char, char>& place) {
-  PassText(place, [](Place<char, char>& run) {
-    for (; run.Left() >= 2 && IsIsolat1Lead(Unit(run.in[0])); run.in += 2) {
-      *run.out++ = static_cast<char>(Append(Unit(run.in[0]), Unit(run.in[1])));
-    }
-  });
-}
-
 // UTF-16 to UTF-8, three units for one.
 void PassUtf16ToUtf8(Place<char, wchar_t>& place) {
   PassText(place, [](Place<char, wchar_t>& run) {
@@ -141,14 +122,6 @@ int ConvertMixed(Out* out, int& outLen, const In* in, int inLen) {
 }
 
 }  // namespace
-
-int MixedIsolat1ToUtf8(char* out, int& outLen, const char* in, int inLen) {
-  return ConvertMixed<2, PassIsolat1ToUtf8, CountIsolat1ToUtf8>(out, outLen, in, inLen);
-}
-
-int MixedUtf8ToIsolat1(char* out, int& outLen, const char* in, int inLen) {
-  return ConvertMixed<1, PassUtf8ToIsolat1, CountUtf8ToIsolat1>(out, outLen, in, inLen);
-}
 
 int MixedUtf16ToUtf8(char* out, int& outLen, const wchar_t* in, int inLen) {
   return ConvertMixed<3, PassUtf16ToUtf8, CountUtf16ToUtf8>(out, outLen, in, inLen);

@@ -3,13 +3,11 @@
 #include "utils/internal/characters.h"
 #include "utils/internal/number_scan.h"
 
-#include <algorithm>
 #include <array>
 #include <cstdint>
 
 namespace {
 
-using kv::internal::DigitRun;
 using kv::internal::IsDigit;
 using kv::internal::ScanDigits;
 
@@ -50,15 +48,11 @@ int CompareStringWithNumber(const char* a, const char* b) {
     // Callers rely on the raw characters deciding here, case included, and at the end of a name.
     if (!IsDigit(*a) || !IsDigit(*b)) return RawValue(*a) - RawValue(*b);
 
-    const DigitRun numberOfA = ScanDigits(a);
-    const DigitRun numberOfB = ScanDigits(b);
-    if (numberOfA.value != numberOfB.value) {
-      return WrappedDifference(numberOfA.value, numberOfB.value);
+    const int numberOfA = ScanDigits(a);
+    const int numberOfB = ScanDigits(b);
+    if (numberOfA != numberOfB) return WrappedDifference(numberOfA, numberOfB);
+    // Callers rely on leading zeros not being skipped: "007" and "7" differ behind their numbers.
+    for (; IsDigit(*a) && IsDigit(*b); ++a, ++b) {
     }
-    // Callers rely on leading zeros not being skipped: behind equal numbers both cursors move on
-    // while both see digits, so "007" and "7" differ behind their numbers.
-    const std::size_t digitsOfBoth = std::min(numberOfA.size, numberOfB.size);
-    a += digitsOfBoth;
-    b += digitsOfBoth;
   }
 }
