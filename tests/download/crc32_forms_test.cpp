@@ -180,4 +180,14 @@ TEST(Crc32Folding, KnowsThePowersOfX) {
   EXPECT_EQ(PowerOfX(2111), 0x7CC8E1E7U);
 }
 
+// y^145 + y^183 + y^211 + y^300 is 1, y being x^-512: the distances in lines that the form with 512
+// bits adds a line to. Both sides are multiplied by x^(512 * 300), so that no exponent is negative.
+TEST(Crc32Folding, MovesALineOntoFourOthersWithTheSameRemainder) {
+  constexpr std::size_t kLine = 512;
+  std::uint32_t sum = 0;
+  for (const std::size_t lines : {145U, 183U, 211U, 300U})
+    sum ^= kv::internal::PowerOfX((300 - lines) * kLine);
+  EXPECT_EQ(sum, kv::internal::PowerOfX(300 * kLine));
+}
+
 }  // namespace

@@ -17,11 +17,7 @@ namespace {
 constexpr std::size_t kLine = 64;
 constexpr std::size_t kGroup = 8 * kLine;
 
-// In lines. Multiplied by x^(512 * 300), the sum of the powers has no negative exponent.
-constexpr std::size_t kDistances[] = {145, 183, 211, 300};
-static_assert((PowerOfX(512 * (300 - kDistances[0])) ^ PowerOfX(512 * (300 - kDistances[1])) ^
-               PowerOfX(512 * (300 - kDistances[2])) ^ PowerOfX(512 * (300 - kDistances[3]))) ==
-              PowerOfX(512 * 300));
+constexpr std::size_t kDistances[] = {145, 183, 211, 300};  // in lines
 static_assert(kDistances[0] % 8 == 1 && kDistances[1] % 8 == 7 && kDistances[2] % 8 == 3 &&
               kDistances[3] % 8 == 4);
 

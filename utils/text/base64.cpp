@@ -1,7 +1,5 @@
 #include "utils/text/text.h"
 
-#include <immintrin.h>
-
 #include <algorithm>
 #include <array>
 #include <climits>
@@ -145,14 +143,20 @@ std::int64_t EncodedSize(std::int64_t length, bool isPadded) {
   return size;
 }
 
+// The eight bytes as one number, the first the highest; compilers make one load of it.
+std::uint64_t BigEndian(const unsigned char* data) {
+  return std::uint64_t{data[0]} << 56 | std::uint64_t{data[1]} << 48 |
+         std::uint64_t{data[2]} << 40 | std::uint64_t{data[3]} << 32 |
+         std::uint64_t{data[4]} << 24 | std::uint64_t{data[5]} << 16 | std::uint64_t{data[6]} << 8 |
+         std::uint64_t{data[7]};
+}
+
 template <typename AnyAlphabet>
 void Encode(char* out, const unsigned char* data, int length, char padding,
             const AnyAlphabet& alphabet) {
   // One load gives two groups, and two bytes that are not looked at.
   for (; length >= 8; length -= 6, data += 6, out += 8) {
-    long long bytes = 0;
-    std::memcpy(&bytes, data, sizeof bytes);
-    const auto bits = static_cast<std::uint64_t>(_bswap64(bytes));
+    const std::uint64_t bits = BigEndian(data);
     Store(out, alphabet.PairOf(bits >> 52));
     Store(out + 2, alphabet.PairOf(bits >> 40 & 0xFFF));
     Store(out + 4, alphabet.PairOf(bits >> 28 & 0xFFF));

@@ -2,6 +2,9 @@
 #include "utils/text/encoding_converters.h"
 #include "utils/text/text.h"
 
+#include <cstddef>
+#include <cstring>
+
 static_assert(sizeof(wchar_t) == 2);
 
 namespace {
@@ -16,7 +19,7 @@ bool HasBlock(const void* out, int outLen, const void* in, int inLen) {
 }
 
 // Most texts are ASCII from the beginning to the end, and fit. Others are converted again from the
-// beginning; a text that is converted from char to char in its own place is then as it was.
+// beginning.
 template <typename Out, typename In>
 bool ConvertAscii(Out* out, int outLen, const In* in, int inLen) {
   if (outLen < inLen) return false;
@@ -24,15 +27,27 @@ bool ConvertAscii(Out* out, int outLen, const In* in, int inLen) {
   return PassAsciiBlocks(place) && PassAsciiEnd(place);
 }
 
+// Between Latin-1 and UTF-8 such a text is copied, into its own place as well.
+bool CopyAscii(char* out, int outLen, const char* in, int inLen) {
+  if (outLen < inLen) return false;
+  const auto size = static_cast<std::size_t>(inLen);
+  for (std::size_t i = 0; i + kAsciiBlock < size; i += kAsciiBlock) {
+    if (!AsciiBlock(in + i).IsWhole()) return false;
+  }
+  if (!AsciiBlock(in + size - kAsciiBlock).IsWhole()) return false;
+  std::memmove(out, in, size);
+  return true;
+}
+
 }  // namespace
 
 int isolat1_to_utf8(char* out, int& outLen, const char* in, int inLen) {
-  if (HasBlock(out, outLen, in, inLen) && ConvertAscii(out, outLen, in, inLen)) return inLen;
+  if (HasBlock(out, outLen, in, inLen) && CopyAscii(out, outLen, in, inLen)) return inLen;
   return CountIsolat1ToUtf8(out, outLen, in, inLen);
 }
 
 int utf8_to_isolat1(char* out, int& outLen, const char* in, int inLen) {
-  if (HasBlock(out, outLen, in, inLen) && ConvertAscii(out, outLen, in, inLen)) return inLen;
+  if (HasBlock(out, outLen, in, inLen) && CopyAscii(out, outLen, in, inLen)) return inLen;
   return CountUtf8ToIsolat1(out, outLen, in, inLen);
 }
 
