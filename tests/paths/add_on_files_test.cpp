@@ -203,4 +203,38 @@ TEST_F(AddOnFiles, CheckFeaturePackFileGivesNothingWhereItDoesNotFit) {
   }
 }
 
+// The list has a folder of its own and no names: the folder is replaced while the name is looked
+// for.
+TEST_F(AddOnFiles, ListMayReplaceTheTextThatIsLookedFor) {
+  const std::string longer(200, 'f');
+  GiveList(longer + "\\\n");
+  Give(Work() + "some_folder_of_twenty\\a.txt");
+  KelvarisPath::sFeaturePackFolder = "some_folder_of_twenty\\";
+  EXPECT_EQ(Answer(resolver.GetPath(KelvarisPath::sFeaturePackFolder.c_str())),
+            Work() + "some_folder_of_twenty\\");
+
+  KelvarisPath::sFeaturePackFolder = "some_folder_of_twenty\\";
+  PathBuffer mapped;
+  EXPECT_FALSE(
+      resolver.CheckFeaturePackFile(mapped.Get(), KelvarisPath::sFeaturePackFolder.c_str()));
+  EXPECT_STREQ(mapped.Get(), "some_folder_of_twenty\\");
+}
+
+TEST_F(AddOnFiles, FolderEndsAtANul) {
+  GiveList("pack\\\nmedia:a.txt\n");
+  Give(Work() + "pack\\media\\a.txt");
+  EXPECT_EQ(Answer(resolver.GetPath("media:a.txt")), Work() + "pack\\media\\a.txt");
+  KelvarisPath::ClearFileNamesStorage();
+  KelvarisPath::sFeaturePackFolder = std::string("pack\\\0x\\", 8);
+  EXPECT_EQ(Answer(resolver.GetPath("media:a.txt")), Work() + "pack\\media\\a.txt");
+}
+
+TEST_F(AddOnFiles, LanguageFolderEndsAtANul) {
+  Give(Work() + "de\\media\\a.txt");
+  KelvarisPath::ms_LanguageFolder = std::string("de\0x", 4);
+  EXPECT_EQ(Answer(resolver.GetPath("media:a.txt")), Work() + "de\\media\\a.txt");
+  EXPECT_EQ(KelvarisPath::ms_FileNamesStorage.size(), 1U);
+  EXPECT_EQ(KelvarisPath::ms_FileNamesStorage.begin()->second, Work() + "de\\media\\a.txt");
+}
+
 }  // namespace

@@ -15,7 +15,7 @@ std::optional<PathText> AddOnFiles::Place(const Candidate& name) {
   const NameText listed = ListedForm(text.View());
   const auto entry = std::find(names.begin(), names.end(), listed.View());
   if (text.IsOverlong() || entry == names.end()) return std::nullopt;
-  return PathText().Append(KelvarisPath::sFeaturePackFolder).Append(*entry);
+  return PathText().Append(NameView(KelvarisPath::sFeaturePackFolder.c_str())).Append(*entry);
 }
 
 // A missing or empty list leaves the names empty, so the next call looks for it again.
@@ -39,9 +39,10 @@ void AddOnFiles::LoadList() {
 
 bool KelvarisPath::CheckFeaturePackFile(char* out, const char* name) {
   using namespace kv::internal;
-  const std::string_view given = name == nullptr ? std::string_view() : NameView(name);
+  // The name may lie in the add-on's folder, which is read on the way.
+  const NameText own = NameText().Append(name == nullptr ? std::string_view() : NameView(name));
   PathSearch search;
-  const std::optional<PathText> place = AddOnFiles(search).Place(Candidate(given));
-  CopyPath(out, place ? place->View() : PathText().Append(given).View());
+  const std::optional<PathText> place = AddOnFiles(search).Place(Candidate(own.View()));
+  CopyPath(out, place ? place->View() : PathText().Append(own.View()).View());
   return place.has_value();
 }

@@ -56,15 +56,19 @@ KelvarisPath& KelvarisPath::operator=(const KelvarisPath& other) = default;
 
 KelvarisPath::~KelvarisPath() = default;
 
-// The name may lie in the result buffer, which is written with the answer and not before.
+// The name may lie where the search itself writes: in the result buffer, or in the add-on's folder,
+// which is read on the way.
 const char* KelvarisPath::GetPath(const char* name) {
   if (name == nullptr) return nullptr;
-  const std::string_view given = NameView(name);
-  if (given.size() > NameText::kMaxSize) return nullptr;
+  const NameText own = NameText().Append(NameView(name));
+  if (own.IsOverlong()) return nullptr;
+  const std::string_view given = own.View();
   NameSearch search(m_Buffer.get());
-  if (const char* path = search.InBothFolders({ms_LanguageFolder, given})) return path;
+  if (const char* path = search.InBothFolders({NameView(ms_LanguageFolder.c_str()), given}))
+    return path;
   const NameText lower = LowerCase(given);
-  if (const char* path = search.InBothFolders({ms_LanguageFolder, lower.View()})) return path;
+  if (const char* path = search.InBothFolders({NameView(ms_LanguageFolder.c_str()), lower.View()}))
+    return path;
   if (const char* path = search.InBothFolders(Candidate(given))) return path;
   return search.InBothFolders(Candidate(lower.View()));
 }
@@ -110,7 +114,7 @@ const char* KelvarisPath::GetWorkspacesFolder() { return ms_WorkspacesFolder; }
 const char* KelvarisPath::GetGuidedToursFolder() { return ms_GuidedToursFolder; }
 
 bool KelvarisPath::CheckLocalFiles(char* out, const char* name) {
-  const Candidate variant(ms_LanguageFolder, name == nullptr ? "" : name);
+  const Candidate variant(NameView(ms_LanguageFolder.c_str()), name == nullptr ? "" : name);
   if (!CopyPath(out, variant.Text().View())) out[0] = '\0';
   return true;
 }
