@@ -4,17 +4,17 @@
 
 // KVUTILS_TARGET("avx2,bmi"): the function may use these instructions. Its callers ask the
 // processor first. A lambda does not inherit the attribute of the function that it stands in.
-// KVUTILS_READS_ALIGNED_BLOCKS: the function reads whole aligned blocks that hold part of an
-// object; checkers of memory pass over it. KVUTILS_PROCESSOR_HAS("avx2"): whether the processor has
+// KVUTILS_READS_WHOLE_BLOCKS: the function reads whole blocks of which an object may hold only a
+// part, all in one page with it; checkers of memory pass over it. KVUTILS_PROCESSOR_HAS("avx2"): whether the processor has
 // them and the system saves their registers. A compiler without the question leaves the
 // instructions of every x86-64 processor.
 #if defined(__GNUC__)
 #define KVUTILS_TARGET(features) __attribute__((target(features)))
-#define KVUTILS_READS_ALIGNED_BLOCKS __attribute__((no_sanitize("address")))
+#define KVUTILS_READS_WHOLE_BLOCKS __attribute__((no_sanitize("address")))
 #define KVUTILS_PROCESSOR_HAS(feature) (__builtin_cpu_supports(feature) != 0)
 #else
 #define KVUTILS_TARGET(features)
-#define KVUTILS_READS_ALIGNED_BLOCKS
+#define KVUTILS_READS_WHOLE_BLOCKS
 #define KVUTILS_PROCESSOR_HAS(feature) false
 #endif
 

@@ -12,7 +12,7 @@
 namespace kv::internal {
 
 // A bit for each byte of an aligned block of sixteen that is zero.
-KVUTILS_READS_ALIGNED_BLOCKS inline unsigned ZeroBytes(const char* block) {
+KVUTILS_READS_WHOLE_BLOCKS inline unsigned ZeroBytes(const char* block) {
   const __m128i bytes = _mm_load_si128(reinterpret_cast<const __m128i*>(block));
   return static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, _mm_setzero_si128())));
 }
@@ -22,7 +22,7 @@ KVUTILS_READS_ALIGNED_BLOCKS inline unsigned ZeroBytes(const char* block) {
 //
 // The blocks are aligned, so each lies in one page with a byte of the text: reading one cannot
 // fault, though it may hold bytes before the text or behind its end, which do not count.
-KVUTILS_READS_ALIGNED_BLOCKS inline std::size_t TextLength(const char* text) {
+KVUTILS_READS_WHOLE_BLOCKS inline std::size_t TextLength(const char* text) {
   constexpr std::size_t kBlock = sizeof(__m128i);
   const std::size_t before = reinterpret_cast<std::uintptr_t>(text) % kBlock;
   const char* block = text - before;

@@ -25,11 +25,13 @@ LearnedRanks& RanksUnder(unsigned flags) {
   return learnedRanks[index];
 }
 
+const ByteWeights& WeightsOf(const CollationRanks& ranks, Parentheses parentheses) {
+  return parentheses == Parentheses::kDropped ? ranks.bytesWithoutParentheses : ranks.bytes;
+}
+
 Verdict CompareBy(const CollationRanks& ranks, const char* a, const char* b,
                   Parentheses parentheses) {
-  const ByteWeights& bytes =
-      parentheses == Parentheses::kDropped ? ranks.bytesWithoutParentheses : ranks.bytes;
-  return CompareWeights(a, b, bytes, ranks.letters);
+  return CompareWeights(a, b, WeightsOf(ranks, parentheses), ranks.letters);
 }
 
 // The verdict where the first one, by what has been learned before, decides nothing.
@@ -40,6 +42,15 @@ Verdict Reconsider(Verdict verdict, const char* a, const char* b, unsigned flags
   // Nothing distinguishes a text from itself.
   if (verdict == Verdict::kTie && std::strcmp(a, b) == 0) return Verdict::kEqual;
   return verdict;
+}
+
+// What the first difference of two names decides, once there is a code page and its order known.
+inline Verdict CompareAtOnce(const char* a, const char* b, unsigned flags,
+                             Parentheses parentheses) {
+  if (CurrentCodePage() == kNoCodePage || a == nullptr || b == nullptr) return Verdict::kUndecided;
+  const CollationRanks& ranks = RanksUnder(flags).Current();
+  if (!ranks.isPrintableKnown) return Verdict::kUndecided;
+  return CompareAtFirstDifference(a, b, WeightsOf(ranks, parentheses));
 }
 
 // Compares two texts in UTF-8 without the system. It is for the system to refuse null.
@@ -54,11 +65,23 @@ int CompareWhole(const char* a, const char* b, unsigned flags) {
   return IsDecided(verdict) ? static_cast<int>(verdict) : CompareBySystem(a, b, flags);
 }
 
+int CompareWholeStrings(const char* a, const char* b, bool stringSort) {
+  EnsureCodePage();
+  return CompareWhole(a, b, ComparisonFlags(stringSort));
+}
+
+int CompareWholeAsteroids(const char* a, const char* b) {
+  EnsureCodePage();
+  const unsigned flags = ComparisonFlags(false);
+  const Verdict verdict = CompareByRanks(a, b, flags, Parentheses::kDropped);
+  return IsDecided(verdict) ? static_cast<int>(verdict) : CompareWithoutParentheses(a, b, flags);
+}
+
 }  // namespace
 
 int CompareStrings(const char* a, const char* b, bool stringSort) {
-  EnsureCodePage();
-  return CompareWhole(a, b, ComparisonFlags(stringSort));
+  const Verdict verdict = CompareAtOnce(a, b, ComparisonFlags(stringSort), Parentheses::kCompared);
+  return IsDecided(verdict) ? static_cast<int>(verdict) : CompareWholeStrings(a, b, stringSort);
 }
 
 int CompareStringsWestern(const char* a, const char* b) { return CompareStrings(a, b, false); }
@@ -100,10 +123,8 @@ int CompareNoCaseStrings(const char* a, const char* b) {
 }
 
 int CompareAsterNameWithNumber(const char* a, const char* b) {
-  EnsureCodePage();
-  const unsigned flags = ComparisonFlags(false);
-  const Verdict verdict = CompareByRanks(a, b, flags, Parentheses::kDropped);
-  return IsDecided(verdict) ? static_cast<int>(verdict) : CompareWithoutParentheses(a, b, flags);
+  const Verdict verdict = CompareAtOnce(a, b, ComparisonFlags(false), Parentheses::kDropped);
+  return IsDecided(verdict) ? static_cast<int>(verdict) : CompareWholeAsteroids(a, b);
 }
 
 int GetSpecialCompareFunctionId() { return -1; }

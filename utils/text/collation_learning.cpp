@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <limits>
 
 namespace kv::internal {
 namespace {
@@ -21,7 +22,8 @@ constexpr Range kCyrillic = {0x400, 0x52F};
 constexpr std::size_t Size(Range range) { return range.last - range.first + 1U; }
 
 constexpr std::size_t kCharacters = Size(kAscii) + Size(kLatin) + Size(kCyrillic);
-static_assert(kCharacters < kSkipped / kVariants);  // as many ranks at most
+// As many ranks at most.
+static_assert(kCharacters < std::numeric_limits<CollationWeight>::max() / kVariants);
 
 // One or two characters and the terminator.
 struct Sample {
@@ -169,6 +171,9 @@ bool LearnRanks(unsigned flags, Alphabet alphabet, CollationRanks& ranks) {
     learner.Add(kCyrillic);
   }
   learner.Assign(ranks);
+  ranks.isPrintableKnown =
+      std::find(&ranks.bytes[kFirstPrintable], &ranks.bytes[kLastPrintable] + 1, kUnknown) ==
+      &ranks.bytes[kLastPrintable] + 1;
   ranks.bytesWithoutParentheses = ranks.bytes;
   ranks.bytesWithoutParentheses['('] = kSkipped;
   ranks.bytesWithoutParentheses[')'] = kSkipped;
@@ -176,10 +181,5 @@ bool LearnRanks(unsigned flags, Alphabet alphabet, CollationRanks& ranks) {
 }
 
 void ForgetLetters(CollationRanks& ranks) { ranks.letters.fill(kUnknown); }
-
-void ForgetAll(CollationRanks& ranks) {
-  ranks.bytes.fill(kUnknown);
-  ranks.bytesWithoutParentheses.fill(kUnknown);
-}
 
 }  // namespace kv::internal

@@ -12,9 +12,8 @@ enum class Alphabet { kAscii, kWithLetters };
 // when the system refuses to compare, or answers otherwise than the weights do.
 bool LearnRanks(unsigned flags, Alphabet alphabet, CollationRanks& ranks);
 
-// Leaves to the system what has a letter in it before it is decided, or everything.
+// Leaves to the system what has a letter in it before it is decided.
 void ForgetLetters(CollationRanks& ranks);
-void ForgetAll(CollationRanks& ranks);
 
 // Whether the system's answers for a few hundred random pairs are those of the ranks.
 bool HoldForSamples(unsigned flags, Alphabet alphabet, const CollationRanks& ranks);

@@ -9,12 +9,22 @@ namespace {
 
 std::mutex learning;
 
+constexpr CollationRanks NoRanks() {
+  CollationRanks ranks{};
+  ranks.bytes.fill(kUnknown);
+  ranks.bytesWithoutParentheses.fill(kUnknown);
+  ranks.letters.fill(kUnknown);
+  return ranks;
+}
+
 }  // namespace
+
+constinit const CollationRanks kNoRanks = NoRanks();
 
 const CollationRanks& LearnedRanks::LearnAscii(unsigned flags) {
   const std::scoped_lock lock(learning);
-  if (const CollationRanks* ranks = current_.load(std::memory_order_relaxed)) return *ranks;
-  if (!LearnRanks(flags, Alphabet::kAscii, ascii_)) ForgetAll(ascii_);
+  if (&Current() != &kNoRanks) return Current();
+  if (!LearnRanks(flags, Alphabet::kAscii, ascii_)) ascii_ = NoRanks();
   current_.store(&ascii_, std::memory_order_release);
   return ascii_;
 }

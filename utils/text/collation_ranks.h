@@ -20,13 +20,11 @@ inline constexpr CollationWeight kIgnored = 1;    // counts when nothing else do
 inline constexpr CollationWeight kLeadByte = 2;   // of two bytes that are one character
 inline constexpr CollationWeight kUnknown = 3;    // the system decides
 inline constexpr CollationWeight kUnlearned = 4;  // a letter that the system has not been asked of
+inline constexpr CollationWeight kSkipped = 63;   // not part of the text, as "(" of an asteroid
 inline constexpr CollationWeight kVariants = 64;
 inline constexpr CollationWeight kFirstOrdinary = kVariants;
-inline constexpr CollationWeight kSkipped = 0xFFFF;  // not part of the text, as "(" of an asteroid
 
-constexpr bool HaveOneRank(CollationWeight a, CollationWeight b) {
-  return a / kVariants == b / kVariants;
-}
+constexpr bool HaveOneRank(unsigned a, unsigned b) { return (a ^ b) < kVariants; }
 
 // The weights of single bytes, in place of which the texts are compared.
 using ByteWeights = std::array<CollationWeight, 256>;
@@ -38,22 +36,33 @@ inline constexpr std::size_t kContinuations = 64;
 using LetterWeights = std::array<CollationWeight, (kLastLead - kFirstLead + 1) * kContinuations>;
 
 inline constexpr wchar_t kLastAscii = 0x7F;
+inline constexpr char kFirstPrintable = ' ';
+inline constexpr char kLastPrintable = '~';
 inline constexpr wchar_t kFirstLetter = (kFirstLead & 0x1F) * kContinuations;
 
 struct CollationRanks {
   ByteWeights bytes;
   ByteWeights bytesWithoutParentheses;  // the same, but for "(" and ")", which are dropped
   LetterWeights letters;                // from kFirstLetter on
+  bool isPrintableKnown;                // no byte from " " to "~" is kUnknown
 };
+
+// Of which every character is unknown.
+extern const CollationRanks kNoRanks;
 
 // The weights under one set of comparison flags, always the same. They are found when they are
 // first asked for, by any thread, and stay for the life of the process.
 class LearnedRanks {
  public:
+  // What has been found before.
+  [[nodiscard]] const CollationRanks& Current() const {
+    return *current_.load(std::memory_order_acquire);
+  }
+
   // The letters may be unlearned.
   const CollationRanks& Get(unsigned flags) {
-    const CollationRanks* ranks = current_.load(std::memory_order_acquire);
-    return ranks != nullptr ? *ranks : LearnAscii(flags);
+    const CollationRanks& ranks = Current();
+    return &ranks != &kNoRanks ? ranks : LearnAscii(flags);
   }
 
   // Follows Get. No letter is unlearned.
@@ -62,7 +71,7 @@ class LearnedRanks {
  private:
   const CollationRanks& LearnAscii(unsigned flags);
 
-  std::atomic<const CollationRanks*> current_ = nullptr;
+  std::atomic<const CollationRanks*> current_ = &kNoRanks;
   CollationRanks ascii_{};
   CollationRanks whole_{};
 };

@@ -1,7 +1,13 @@
 #ifndef KVUTILS_UTILS_TEXT_COLLATION_WALK_H_
 #define KVUTILS_UTILS_TEXT_COLLATION_WALK_H_
 
+#include "utils/internal/compiler.h"
 #include "utils/text/collation_ranks.h"
+
+#include <immintrin.h>
+
+#include <bit>
+#include <cstdint>
 
 namespace kv::internal {
 
@@ -43,7 +49,7 @@ inline Verdict CompareWeights(const char* textOfA, const char* textOfB, const By
   const auto* b = reinterpret_cast<const unsigned char*>(textOfB);
   bool isTie = false;
   for (;; ++a, ++b) {
-    if (*a == *b && bytes[*a] >= kFirstOrdinary) continue;
+    if (*a == *b && bytes[*a] >= kSkipped) continue;
     CollationWeight weightOfA = bytes[*a];
     CollationWeight weightOfB = bytes[*b];
     for (; IsPassedOver(weightOfA); weightOfA = bytes[*++a]) isTie |= weightOfA == kIgnored;
@@ -59,6 +65,38 @@ inline Verdict CompareWeights(const char* textOfA, const char* textOfB, const By
     if (weightOfA == kEndOfText) return isTie ? Verdict::kTie : Verdict::kEqual;
     isTie |= weightOfA != weightOfB;
   }
+}
+
+// Decides as CompareWeights does, or not at all, at the first difference of two texts. It is found
+// sixteen bytes at a time, and decides where printable ASCII alone, all of it known, stands before
+// it and two ordinary characters of one byte make it, as in most pairs of names.
+//
+// A block is read only where it ends in the page in which it begins, with a byte of the text.
+KVUTILS_READS_WHOLE_BLOCKS inline Verdict CompareAtFirstDifference(const char* a, const char* b,
+                                                                   const ByteWeights& bytes) {
+  constexpr std::uintptr_t kPage = 4096;
+  constexpr std::uintptr_t kBlock = sizeof(__m128i);
+  constexpr unsigned kWholeBlock = 0xFFFF;  // a bit for each byte
+  const __m128i control = _mm_set1_epi8(kFirstPrintable - 1);
+  const auto endsInPage = [](const char* text) {
+    return reinterpret_cast<std::uintptr_t>(text) % kPage <= kPage - kBlock;
+  };
+  for (; endsInPage(a) && endsInPage(b); a += kBlock, b += kBlock) {
+    const __m128i blockOfA = _mm_loadu_si128(reinterpret_cast<const __m128i*>(a));
+    const __m128i blockOfB = _mm_loadu_si128(reinterpret_cast<const __m128i*>(b));
+    const __m128i isEqual = _mm_cmpeq_epi8(blockOfA, blockOfB);
+    const __m128i isPrintable = _mm_cmpgt_epi8(blockOfA, control);
+    const unsigned stops =
+        kWholeBlock ^ static_cast<unsigned>(_mm_movemask_epi8(_mm_and_si128(isEqual, isPrintable)));
+    if (stops == 0) continue;
+    const int place = std::countr_zero(stops);
+    const unsigned weightOfA = bytes[static_cast<unsigned char>(a[place])];
+    const unsigned weightOfB = bytes[static_cast<unsigned char>(b[place])];
+    if (weightOfA < kFirstOrdinary || weightOfB < kFirstOrdinary) break;
+    if (HaveOneRank(weightOfA, weightOfB)) break;
+    return weightOfA < weightOfB ? Verdict::kBefore : Verdict::kAfter;
+  }
+  return Verdict::kUndecided;
 }
 
 }  // namespace kv::internal
