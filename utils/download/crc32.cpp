@@ -25,11 +25,11 @@ crc32::crc32() {
 }
 
 unsigned crc32::Get(const void* data, int length) const {
-  if (data == nullptr || length < 0) return 0;
+  if (data == nullptr) return 0;
   const auto* byte = static_cast<const unsigned char*>(data);
   std::uint32_t value = 0xFFFFFFFF;
-  // Of less than a block of the tables, the call of another form costs more than this loop.
-  if (length >= 4) return ~Extend(value, byte, static_cast<std::size_t>(length));
+  constexpr int kFew = 6;  // of which the call of another form costs more than this loop
+  if (length > kFew) return ~Extend(value, byte, static_cast<std::size_t>(length));
   for (; length > 0; --length, ++byte) value = (value >> 8) ^ m_Table[(value ^ *byte) & 0xFF];
   return ~value;
 }

@@ -2,12 +2,14 @@
 #define KVUTILS_UTILS_INTERNAL_TEXT_LENGTH_H_
 
 #include "utils/internal/compiler.h"
+#include "utils/internal/page.h"
 
 #include <immintrin.h>
 
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 namespace kv::internal {
 
@@ -32,6 +34,19 @@ KVUTILS_READS_WHOLE_BLOCKS inline std::size_t TextLength(const char* text) {
     zeros = ZeroBytes(block);
   }
   return static_cast<std::size_t>(block - text) + static_cast<std::size_t>(std::countr_zero(zeros));
+}
+
+// Whether a text has fewer than eight bytes. False, too, where its page ends before them.
+//
+// The subtraction carries a one into the highest bit of the lowest byte that is zero; into other
+// bytes only behind one, or where the highest bit is set, which `~bytes` drops.
+KVUTILS_READS_WHOLE_BLOCKS inline bool IsKnownShort(const char* text) {
+  constexpr std::uint64_t kLowest = 0x0101010101010101;
+  constexpr std::uint64_t kHighest = kLowest << 7;
+  if (!LieInOnePage<sizeof kLowest>(text)) return false;
+  std::uint64_t bytes;
+  std::memcpy(&bytes, text, sizeof bytes);
+  return ((bytes - kLowest) & ~bytes & kHighest) != 0;
 }
 
 }  // namespace kv::internal

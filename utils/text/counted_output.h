@@ -51,6 +51,30 @@ class CountedOutput {
   std::size_t count_ = 0;
 };
 
+// The same of an output that is not there: nothing is stored, and everything is too much.
+class UnitCounter {
+ public:
+  template <typename Unit>
+  void Put(Unit) {
+    ++count_;
+  }
+  template <typename Unit>
+  void PutPair(Unit, Unit) {
+    count_ += 2;
+  }
+
+  [[nodiscard]] static bool IsFull() { return true; }
+
+  [[nodiscard]] int Finish(int& outLen) const {
+    if (count_ == 0) return 0;
+    outLen = IntSize(count_);
+    return kTooSmall;
+  }
+
+ private:
+  std::size_t count_ = 0;
+};
+
 }  // namespace kv::internal
 
 #endif  // KVUTILS_UTILS_TEXT_COUNTED_OUTPUT_H_

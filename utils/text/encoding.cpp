@@ -13,7 +13,12 @@ using namespace kv::internal;
 
 constexpr int kBlock = kAsciiBlock;
 
-// Whether there is a block at least of text and of room for it.
+// Whether there is any text and any room for it.
+bool HasUnit(const void* out, int outLen, const void* in, int inLen) {
+  return inLen > 0 && outLen > 0 && in != nullptr && out != nullptr;
+}
+
+// Whether there is a block at least of both.
 bool HasBlock(const void* out, int outLen, const void* in, int inLen) {
   return inLen >= kBlock && outLen >= kBlock && in != nullptr && out != nullptr;
 }
@@ -52,13 +57,15 @@ int utf8_to_isolat1(char* out, int& outLen, const char* in, int inLen) {
 }
 
 int utf16_to_utf8(char* out, int& outLen, const wchar_t* in, int inLen) {
-  if (!HasBlock(out, outLen, in, inLen)) return CountUtf16ToUtf8(out, outLen, in, inLen);
-  if (ConvertAscii(out, outLen, in, inLen)) return inLen;
+  if (!HasUnit(out, outLen, in, inLen)) return CountUtf16ToUtf8(out, outLen, in, inLen);
+  if (inLen < kBlock && outLen >= 3 * inLen) return ShortUtf16ToUtf8(out, in, inLen);
+  if (inLen >= kBlock && ConvertAscii(out, outLen, in, inLen)) return inLen;
   return MixedUtf16ToUtf8(out, outLen, in, inLen);
 }
 
 int utf8_to_utf16(wchar_t* out, int& outLen, const char* in, int inLen) {
-  if (!HasBlock(out, outLen, in, inLen)) return CountUtf8ToUtf16(out, outLen, in, inLen);
-  if (ConvertAscii(out, outLen, in, inLen)) return inLen;
+  if (!HasUnit(out, outLen, in, inLen)) return CountUtf8ToUtf16(out, outLen, in, inLen);
+  if (inLen < kBlock && outLen >= inLen) return ShortUtf8ToUtf16(out, in, inLen);
+  if (inLen >= kBlock && ConvertAscii(out, outLen, in, inLen)) return inLen;
   return MixedUtf8ToUtf16(out, outLen, in, inLen);
 }

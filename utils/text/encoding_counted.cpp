@@ -5,7 +5,8 @@
 namespace kv::internal {
 namespace {
 
-inline void PutUtf8(CountedOutput<char>& out, unsigned unit) {
+template <typename Output>
+inline void PutUtf8(Output& out, unsigned unit) {
   if (IsAscii(unit)) {
     out.Put(static_cast<char>(unit));
     return;
@@ -19,7 +20,8 @@ inline void PutUtf8(CountedOutput<char>& out, unsigned unit) {
   out.Put(LastByte(unit));
 }
 
-inline void PutUtf16(CountedOutput<wchar_t>& out, unsigned value) {
+template <typename Output>
+inline void PutUtf16(Output& out, unsigned value) {
   if (value < 0x10000) {
     out.Put(static_cast<wchar_t>(value));
   } else {
@@ -29,12 +31,14 @@ inline void PutUtf16(CountedOutput<wchar_t>& out, unsigned value) {
 
 // Each puts the characters from `in` to `end`. False at the first that is malformed.
 
-bool PutIsolat1ToUtf8(CountedOutput<char>& out, const char* in, const char* end) {
+template <typename Output>
+bool PutIsolat1ToUtf8(Output& out, const char* in, const char* end) {
   for (; in != end; ++in) PutUtf8(out, Unit(*in));
   return true;
 }
 
-bool PutUtf8ToIsolat1(CountedOutput<char>& out, const char* in, const char* end) {
+template <typename Output>
+bool PutUtf8ToIsolat1(Output& out, const char* in, const char* end) {
   while (in != end) {
     const unsigned byte = Unit(*in++);
     if (IsAscii(byte)) {
@@ -50,7 +54,8 @@ bool PutUtf8ToIsolat1(CountedOutput<char>& out, const char* in, const char* end)
   return true;
 }
 
-bool PutUtf16ToUtf8(CountedOutput<char>& out, const wchar_t* in, const wchar_t* end) {
+template <typename Output>
+bool PutUtf16ToUtf8(Output& out, const wchar_t* in, const wchar_t* end) {
   while (in != end) {
     unsigned unit = *in++;
     if (IsHighSurrogate(unit)) {
@@ -62,7 +67,8 @@ bool PutUtf16ToUtf8(CountedOutput<char>& out, const wchar_t* in, const wchar_t* 
   return true;
 }
 
-bool PutUtf8ToUtf16(CountedOutput<wchar_t>& out, const char* in, const char* end) {
+template <typename Output>
+bool PutUtf8ToUtf16(Output& out, const char* in, const char* end) {
   for (;;) {
     for (; in != end && IsAscii(Unit(*in)); ++in) out.Put(static_cast<wchar_t>(*in));
     if (in == end) return true;
@@ -75,28 +81,38 @@ bool PutUtf8ToUtf16(CountedOutput<wchar_t>& out, const char* in, const char* end
   }
 }
 
-template <auto put, typename Out, typename In>
+// Of `put` one form stores what fits, the other one only counts.
+template <auto put, auto measure, typename Out, typename In>
 inline int Count(Out* out, int& outLen, const In* in, int inLen) {
+  const In* const end = in + UnitsOf(in, inLen);
+  if (out == nullptr) {
+    UnitCounter counter;
+    return measure(counter, in, end) ? counter.Finish(outLen) : kMalformed;
+  }
   CountedOutput<Out> output(out, outLen);
-  return put(output, in, in + UnitsOf(in, inLen)) ? output.Finish(outLen) : kMalformed;
+  return put(output, in, end) ? output.Finish(outLen) : kMalformed;
 }
 
 }  // namespace
 
 int CountIsolat1ToUtf8(char* out, int& outLen, const char* in, int inLen) {
-  return Count<PutIsolat1ToUtf8>(out, outLen, in, inLen);
+  return Count<PutIsolat1ToUtf8<CountedOutput<char>>, PutIsolat1ToUtf8<UnitCounter>>(out, outLen,
+                                                                                     in, inLen);
 }
 
 int CountUtf8ToIsolat1(char* out, int& outLen, const char* in, int inLen) {
-  return Count<PutUtf8ToIsolat1>(out, outLen, in, inLen);
+  return Count<PutUtf8ToIsolat1<CountedOutput<char>>, PutUtf8ToIsolat1<UnitCounter>>(out, outLen,
+                                                                                     in, inLen);
 }
 
 int CountUtf16ToUtf8(char* out, int& outLen, const wchar_t* in, int inLen) {
-  return Count<PutUtf16ToUtf8>(out, outLen, in, inLen);
+  return Count<PutUtf16ToUtf8<CountedOutput<char>>, PutUtf16ToUtf8<UnitCounter>>(out, outLen, in,
+                                                                                 inLen);
 }
 
 int CountUtf8ToUtf16(wchar_t* out, int& outLen, const char* in, int inLen) {
-  return Count<PutUtf8ToUtf16>(out, outLen, in, inLen);
+  return Count<PutUtf8ToUtf16<CountedOutput<wchar_t>>, PutUtf8ToUtf16<UnitCounter>>(out, outLen, in,
+                                                                                    inLen);
 }
 
 }  // namespace kv::internal

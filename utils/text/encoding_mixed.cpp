@@ -1,13 +1,12 @@
-// Between the blocks of ASCII (encoding_ascii.h) characters are taken in runs of one length, as
-// most languages have them: each length has a short loop of its own, whose branches the processor
-// predicts. A single ASCII character between others, a space mostly, is taken with their runs. Runs
-// are not taken in vectors, which only texts of megabytes would show: names and paths are short.
+// Between the blocks of ASCII (encoding_ascii.h) characters are taken one at a time. They are not
+// taken in vectors, which only texts of megabytes would show: names and paths are short.
 //
 // This is done where the output has room for whatever the input can give, so that no store asks. A
 // smaller room is ample for a part of the input, which leaves it ample for a part of the rest, and
 // so on; what is left in the end is counted.
 #include "utils/text/encoding_converters.h"
 
+#include "utils/internal/compiler.h"
 #include "utils/text/counted_output.h"
 #include "utils/text/encoding_ascii.h"
 #include "utils/text/encoding_units.h"
@@ -19,16 +18,16 @@ namespace kv::internal {
 namespace {
 
 // Each stores a character and goes behind it.
-void StoreTwoBytes(char*& out, unsigned unit) {
+inline void StoreTwoBytes(char*& out, unsigned unit) {
   *out++ = LeadOfTwo(unit);
   *out++ = LastByte(unit);
 }
-void StoreThreeBytes(char*& out, unsigned unit) {
+inline void StoreThreeBytes(char*& out, unsigned unit) {
   *out++ = LeadOfThree(unit);
   *out++ = MiddleOfThree(unit);
   *out++ = LastByte(unit);
 }
-void StoreUtf8(char*& out, unsigned unit) {
+inline void StoreUtf8(char*& out, unsigned unit) {
   if (HasThreeBytes(unit)) {
     StoreThreeBytes(out, unit);
   } else if (HasTwoBytes(unit)) {
@@ -37,7 +36,7 @@ void StoreUtf8(char*& out, unsigned unit) {
     *out++ = static_cast<char>(unit);
   }
 }
-void StoreUtf16(wchar_t*& out, unsigned value) {
+inline void StoreUtf16(wchar_t*& out, unsigned value) {
   if (value < 0x10000) {
     *out++ = static_cast<wchar_t>(value);
   } else {
@@ -46,73 +45,95 @@ void StoreUtf16(wchar_t*& out, unsigned value) {
   }
 }
 
-// Passes blocks of ASCII and, by `passRuns`, what stands between them, as far as that goes.
-template <typename Out, typename In, typename PassRuns>
-void PassText(Place<Out, In>& place, PassRuns passRuns) {
-  for (;;) {
-    const In* before = place.in;
-    PassAscii(place);
-    for (bool isBetween = true; isBetween;) {
-      passRuns(place);
-      isBetween = place.Left() >= 2 && IsAscii(Unit(place.in[0])) && !IsAscii(Unit(place.in[1]));
-      if (isBetween) {
-        *place.out = static_cast<Out>(*place.in);
-        place.Advance(1);
-      }
-    }
-    if (place.in == before) return;
+// Each passes the character at `in`, which is not ASCII. False if it is malformed.
+
+KVUTILS_INLINE bool PassCharacter(char*& out, const wchar_t*& in, const wchar_t* end) {
+  const unsigned unit = *in;
+  if (HasTwoBytes(unit)) {
+    StoreTwoBytes(out, unit);
+  } else if (!IsHighSurrogate(unit)) {
+    StoreThreeBytes(out, unit);
+  } else {
+    if (end - in < 2 || !IsLowSurrogate(in[1])) return false;
+    StoreUtf8(out, CombineIn16Bits(unit, *++in));
   }
+  ++in;
+  return true;
 }
 
-// UTF-16 to UTF-8, three units for one.
-void PassUtf16ToUtf8(Place<char, wchar_t>& place) {
-  PassText(place, [](Place<char, wchar_t>& run) {
-    for (; run.Left() != 0 && HasTwoBytes(*run.in); ++run.in) StoreTwoBytes(run.out, *run.in);
-    for (; run.Left() != 0 && HasThreeBytes(*run.in) && !IsHighSurrogate(*run.in); ++run.in) {
-      StoreThreeBytes(run.out, *run.in);
+KVUTILS_INLINE bool PassCharacter(wchar_t*& out, const char*& in, const char* end) {
+  unsigned value = Unit(*in);
+  if (value < 0xE0) {
+    if (!ReadUtf8<2>(in, end, value)) return false;
+    *out++ = static_cast<wchar_t>(value);
+  } else if (value < 0xF0) {
+    if (!ReadUtf8<3>(in, end, value)) return false;
+    *out++ = static_cast<wchar_t>(value);
+  } else {
+    if (!ReadUtf8<4>(in, end, value)) return false;
+    StoreUtf16(out, value);
+  }
+  return true;
+}
+
+template <typename In>
+inline bool AreFourAscii(const In* in) {
+  return IsAscii(Unit(in[0]) | Unit(in[1]) | Unit(in[2]) | Unit(in[3]));
+}
+
+// Passes characters up to a malformed one, or to where four of ASCII begin a block. Fewer of them
+// between others, a space mostly, are taken with these.
+template <typename Out, typename In>
+inline void PassCharacters(Place<Out, In>& place) {
+  Out* out = place.out;
+  const In* in = place.in;
+  const In* const end = place.end;
+  const In* const blocksEnd = place.Left() >= kAsciiBlock ? end - kAsciiBlock : in;
+  while (in != end) {
+    if (!IsAscii(Unit(*in))) {
+      if (!PassCharacter(out, in, end)) break;
+    } else {
+      if (in < blocksEnd && AreFourAscii(in)) break;
+      *out++ = static_cast<Out>(*in++);
     }
-    for (; run.Left() >= 2 && IsHighSurrogate(run.in[0]) && IsLowSurrogate(run.in[1]);
-         run.in += 2) {
-      StoreUtf8(run.out, CombineIn16Bits(run.in[0], run.in[1]));
-    }
-  });
-  PassAsciiEnd(place);
+  }
+  place.out = out;
+  place.in = in;
 }
 
-template <std::size_t length>
-void PassRun(Place<wchar_t, char>& place) {
-  unsigned value = 0;
-  while (ReadUtf8<length>(place.in, place.end, value)) StoreUtf16(place.out, value);
-}
-
-// UTF-8 to UTF-16, one unit for one.
-void PassUtf8ToUtf16(Place<wchar_t, char>& place) {
-  PassText(place, [](Place<wchar_t, char>& run) {
-    PassRun<2>(run);
-    PassRun<3>(run);
-    PassRun<4>(run);
-  });
-  PassAsciiEnd(place);
+// Passes characters up to a malformed one, those of ASCII in blocks.
+template <typename Out, typename In>
+inline void PassText(Place<Out, In>& place) {
+  const In* before = nullptr;
+  while (place.in != place.end && place.in != before) {
+    before = place.in;
+    PassCharacters(place);
+    PassAscii(place);
+  }
 }
 
 constexpr std::size_t kLeastPart = 2 * kAsciiBlock;  // of less, counting takes no longer
 
-// `pass` goes as far as the room is ample, at one unit of input giving up to `worst` of output,
-// which is again and again a part of what is left; `count` does the rest.
-template <std::size_t worst, auto pass, auto count, typename Out, typename In>
+// Goes as far as the room is ample, at one unit of input giving up to `worst` of output, which is
+// again and again a part of what is left; `count` does the rest.
+template <std::size_t worst, auto count, typename Out, typename In>
 int ConvertMixed(Out* out, int& outLen, const In* in, int inLen) {
   const Out* const outEnd = out + outLen;
   const In* const inEnd = in + inLen;
   Place<Out, In> place{out, in, in};
-  for (const In* before = nullptr; place.in != before;) {
-    const std::size_t part = std::min(static_cast<std::size_t>(inEnd - place.in),
-                                      static_cast<std::size_t>(outEnd - place.out) / worst);
-    if (part < kLeastPart) break;
+  const auto ampleFor = [&] {
+    return std::min(static_cast<std::size_t>(inEnd - place.in),
+                    static_cast<std::size_t>(outEnd - place.out) / worst);
+  };
+  const In* before = nullptr;
+  do {
     before = place.in;
-    place.end = place.in + part;
-    pass(place);
-  }
+    place.end = place.in + ampleFor();
+    PassText(place);
+  } while (place.in != before && ampleFor() >= kLeastPart);
+
   const auto stored = static_cast<int>(place.out - out);
+  if (place.in == inEnd) return stored;
   int rest = outLen - stored;
   const int result = count(place.out, rest, place.in, static_cast<int>(inEnd - place.in));
   if (result == kTooSmall) {
@@ -121,14 +142,36 @@ int ConvertMixed(Out* out, int& outLen, const In* in, int inLen) {
   return result < 0 ? result : stored + result;
 }
 
+template <typename Out, typename In>
+int ConvertShort(Out* out, const In* in, int inLen) {
+  const Out* const begin = out;
+  const In* const end = in + inLen;
+  while (in != end) {
+    if (IsAscii(Unit(*in))) {
+      *out++ = static_cast<Out>(*in++);
+    } else if (!PassCharacter(out, in, end)) {
+      return kMalformed;
+    }
+  }
+  return static_cast<int>(out - begin);
+}
+
 }  // namespace
 
+int ShortUtf16ToUtf8(char* out, const wchar_t* in, int inLen) {
+  return ConvertShort(out, in, inLen);
+}
+
+int ShortUtf8ToUtf16(wchar_t* out, const char* in, int inLen) {
+  return ConvertShort(out, in, inLen);
+}
+
 int MixedUtf16ToUtf8(char* out, int& outLen, const wchar_t* in, int inLen) {
-  return ConvertMixed<3, PassUtf16ToUtf8, CountUtf16ToUtf8>(out, outLen, in, inLen);
+  return ConvertMixed<3, CountUtf16ToUtf8>(out, outLen, in, inLen);
 }
 
 int MixedUtf8ToUtf16(wchar_t* out, int& outLen, const char* in, int inLen) {
-  return ConvertMixed<1, PassUtf8ToUtf16, CountUtf8ToUtf16>(out, outLen, in, inLen);
+  return ConvertMixed<1, CountUtf8ToUtf16>(out, outLen, in, inLen);
 }
 
 }  // namespace kv::internal

@@ -20,13 +20,11 @@ int GetFOURCC(const char* text) {
 // the way to the sliced form.
 int GetUniqueID(const char* text) {
   if (text == nullptr) return 0;
-  constexpr std::size_t kFew = 8;
-  const std::size_t size = kv::internal::TextLength(text);
   std::int32_t hash = 0;
-  if (size < kFew) {
-    for (std::size_t i = 0; i < size; ++i) hash = kv::internal::ExtendNameHash(hash, text[i]);
+  if (kv::internal::IsKnownShort(text)) {
+    for (; *text != '\0'; ++text) hash = kv::internal::ExtendNameHash(hash, *text);
   } else {
-    hash = kv::internal::ExtendNameHash(hash, text, size);
+    hash = kv::internal::ExtendNameHash(hash, text, kv::internal::TextLength(text));
   }
   return hash & 0x7FFFFFFF;
 }
