@@ -4,6 +4,7 @@
 
 #include "bench/support/comparison.h"
 #include "bench/support/main.h"
+#include "bench/support/opaque.h"
 #include "tests/reference/identifiers.h"
 #include "utils/text/text.h"
 
@@ -17,8 +18,7 @@ std::string Path(std::size_t size) {
   return path;
 }
 
-// The plain form as a function of its own, as the library's is.
-int (*volatile g_plain)(const char*) = kv::reference::UniqueId;
+const kv::bench::Opaque kPlain(kv::reference::UniqueId);
 
 }  // namespace
 
@@ -34,6 +34,6 @@ void kv::bench::RegisterComparisons() {
     const std::string path = Path(size);
     Comparison("GetUniqueID, " + std::to_string(size) + " bytes")
         .Add("library", [path] { return GetUniqueID(path.c_str()); })
-        .Add("plain", [path] { return g_plain(path.c_str()); });
+        .Add("plain", [path] { return kPlain(path.c_str()); });
   }
 }

@@ -9,6 +9,7 @@
 #include "bench/support/comparison.h"
 #include "bench/support/main.h"
 #include "bench/support/memory.h"
+#include "bench/support/opaque.h"
 #include "tests/reference/memory_search.h"
 #include "utils/internal/processor.h"
 #include "utils/text/memory_search_pair.h"
@@ -36,9 +37,10 @@ int Library(const Input& input) {
   return MemorySearch(input.hay.data(), input.HaySize(), input.needle.data(), input.NeedleSize());
 }
 
+const kv::bench::Opaque kPlain(kv::reference::MemorySearch);
+
 int Plain(const Input& input) {
-  return kv::reference::MemorySearch(input.hay.data(), input.HaySize(), input.needle.data(),
-                                     input.NeedleSize());
+  return kPlain(input.hay.data(), input.HaySize(), input.needle.data(), input.NeedleSize());
 }
 
 int StdSearch(const Input& input) {

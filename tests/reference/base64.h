@@ -2,8 +2,6 @@
 #ifndef KVUTILS_TESTS_REFERENCE_BASE64_H_
 #define KVUTILS_TESTS_REFERENCE_BASE64_H_
 
-#include <cstring>
-
 namespace kv::reference {
 
 // The 64 characters of an alphabet and the padding character, NUL for none.
@@ -11,9 +9,9 @@ struct Alphabet {
   // A tail that is cut short by a NUL holds NUL from there on.
   explicit Alphabet(const char* tail) {
     if (tail == nullptr) return;
-    std::memset(characters + 62, '\0', 2);
-    std::strncpy(characters + 62, tail, 2);
-    if (std::strlen(tail) >= 3) padding = tail[2];
+    characters[62] = tail[0];
+    characters[63] = tail[0] == '\0' ? '\0' : tail[1];
+    padding = characters[63] == '\0' ? '\0' : tail[2];
   }
 
   char characters[65] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-_";

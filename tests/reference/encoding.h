@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
 #include <string>
 
 namespace kv::reference {
@@ -123,19 +124,24 @@ inline int Utf8ToUtf16(wchar_t* out, int& outLen, const char* in, int inLen) {
 // Measures and converts; malformed UTF-8 ends in front of the fault.
 inline std::wstring Ascii2Unicode(const char* text, bool isUtf8) {
   const int length = static_cast<int>(std::strlen(text));
-  std::string converted;
+  std::unique_ptr<char[]> converted;
   if (!isUtf8) {
     int size = 0;
     Isolat1ToUtf8(nullptr, size, text, length);
-    converted.resize(static_cast<std::size_t>(size));
-    Isolat1ToUtf8(converted.data(), size, text, length);
+    converted.reset(new char[static_cast<std::size_t>(size) + 1]);
+    Isolat1ToUtf8(converted.get(), size, text, length);
+    converted[static_cast<std::size_t>(size)] = '\0';
   }
-  const char* const utf8 = isUtf8 ? text : converted.data();
+  const char* const utf8 = isUtf8 ? text : converted.get();
   int size = 0;
-  if (Utf8ToUtf16(nullptr, size, utf8, length) == -2) size = length;
-  std::wstring wide(static_cast<std::size_t>(size) + 1, L'\0');
-  Utf8ToUtf16(wide.data(), size, utf8, length);
-  return wide.c_str();
+  const bool isMalformed = Utf8ToUtf16(nullptr, size, utf8, length) == -2;
+  if (isMalformed) size = length;
+  const auto units = static_cast<std::size_t>(size) + 1;
+  const std::unique_ptr<wchar_t[]> wide(new wchar_t[units]);
+  if (isMalformed) std::fill_n(wide.get(), units, L'\0');
+  Utf8ToUtf16(wide.get(), size, utf8, length);
+  wide[units - 1] = L'\0';
+  return wide.get();
 }
 
 }  // namespace kv::reference
