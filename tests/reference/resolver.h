@@ -1,9 +1,10 @@
-// The defining form of the resolver's search: four passes, each with every step.
+// The defining form of KelvarisPath::GetPath: four passes over two folders, one question at a time.
 #ifndef KVUTILS_TESTS_REFERENCE_RESOLVER_H_
 #define KVUTILS_TESTS_REFERENCE_RESOLVER_H_
 
-#include <algorithm>
 #include <cctype>
+#include <cstdio>
+#include <cstring>
 #include <functional>
 #include <map>
 #include <optional>
@@ -14,11 +15,11 @@
 
 namespace kv::reference {
 
-// What the resolver goes by, and the two things that it asks of the file system.
+// What the resolver goes by, and the two things that it asks of the file system. Data names are of
+// at most 519 bytes, the folders short enough for a text to hold them and a name.
 struct Resolver {
-  using Path = std::optional<std::string>;
-
-  static constexpr std::size_t kLongestPath = 259;
+  static constexpr std::size_t kPathSize = 260;
+  static constexpr std::size_t kTextSize = 1024;
   static constexpr char kListName[] = "feature_pack:feature_pack_filelist.txt";
 
   std::string workFolder;
@@ -27,23 +28,37 @@ struct Resolver {
   std::string addOnFolder;
   std::vector<std::string> addOnNames;
   std::map<int, std::string> remembered;
-  std::function<bool(const std::string& path)> exists;
+  std::function<bool(const char* path)> exists;
   // The significant lines of a list file up to its end mark; none when it cannot be opened.
-  std::function<std::vector<std::string>(const std::string& path)> readList;
+  std::function<std::vector<std::string>(const char* path)> readList;
 
   static bool IsSeparator(char c) { return c == ':' || c == '\\' || c == '/'; }
 
+  static const char* SkipSeparator(const char* name) { return name + (IsSeparator(*name) ? 1 : 0); }
+
+  static void TurnSeparators(char* text) {
+    for (; *text != '\0'; ++text) {
+      if (IsSeparator(*text)) *text = '\\';
+    }
+  }
+
+  static void ToLower(char* text) {
+    for (; *text != '\0'; ++text)
+      *text = static_cast<char>(std::tolower(static_cast<unsigned char>(*text)));
+  }
+
+  // The same steps for those who compose paths.
   static std::string WithoutLeadingSeparator(const std::string& name) {
-    return !name.empty() && IsSeparator(name.front()) ? name.substr(1) : name;
+    return SkipSeparator(name.c_str());
   }
 
   static std::string WithBackslashes(std::string text) {
-    std::replace_if(text.begin(), text.end(), IsSeparator, '\\');
+    TurnSeparators(text.data());
     return text;
   }
 
   static std::string LowerCase(std::string text) {
-    for (char& c : text) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    ToLower(text.data());
     return text;
   }
 
@@ -51,24 +66,30 @@ struct Resolver {
     return folder + WithBackslashes(WithoutLeadingSeparator(name));
   }
 
-  Path CheckPath(const std::string& name, const std::string& folder) {
-    if (name.empty()) return std::nullopt;
-    const std::string candidate = Join(folder, name);
-    if (candidate.size() > kLongestPath) return std::nullopt;
-    const int identifier = UniqueId(candidate.c_str());
+  // A path that is found stands in `result`, which has room for kPathSize bytes.
+  const char* CheckPath(const char* name, const std::string& folder, char* result) {
+    if (*name == '\0') return nullptr;
+    const char* const rest = SkipSeparator(name);
+    if (folder.size() + std::strlen(rest) >= kPathSize) return nullptr;
+    char candidate[kPathSize];
+    std::strcpy(candidate, folder.c_str());
+    std::strcpy(candidate + folder.size(), rest);
+    TurnSeparators(candidate + folder.size());
+    const int identifier = UniqueId(candidate);
     const auto found = remembered.find(identifier);
     if (found != remembered.end()) {
-      return found->second.size() > kLongestPath ? std::nullopt : Path(found->second);
+      if (found->second.size() >= kPathSize) return nullptr;
+      return std::strcpy(result, found->second.c_str());
     }
-    if (!exists(candidate)) return std::nullopt;
+    if (!exists(candidate)) return nullptr;
     remembered.emplace(identifier, candidate);
-    return candidate;
+    return std::strcpy(result, candidate);
   }
 
   void LoadAddOnList() {
-    const Path path = CheckPath(kListName, workFolder);
-    if (!path) return;
-    const std::vector<std::string> lines = readList(*path);
+    char path[kPathSize];
+    if (CheckPath(kListName, workFolder, path) == nullptr) return;
+    const std::vector<std::string> lines = readList(path);
     if (lines.empty()) return;
     addOnFolder = lines.front();
     for (std::size_t i = 1; i < lines.size(); ++i) {
@@ -76,24 +97,45 @@ struct Resolver {
     }
   }
 
-  std::string AddOnPlace(const std::string& name) {
+  // The place of `name` in the add-on's folder, else the name itself.
+  void CheckAddOn(char* out, const char* name) {
+    std::strcpy(out, name);
     if (addOnNames.empty()) LoadAddOnList();
-    const std::string listed = LowerCase(WithBackslashes(name));
-    const auto entry = std::find(addOnNames.begin(), addOnNames.end(), listed);
-    if (entry == addOnNames.end()) return name;
-    const std::string place = addOnFolder + *entry;
-    return place.size() > kLongestPath ? "" : place;
+    char listed[kTextSize];
+    std::strcpy(listed, name);
+    TurnSeparators(listed);
+    ToLower(listed);
+    for (const std::string& entry : addOnNames) {
+      if (entry != listed) continue;
+      const int size = std::snprintf(out, kTextSize, "%s%s", addOnFolder.c_str(), entry.c_str());
+      if (size >= static_cast<int>(kPathSize)) out[0] = '\0';
+      return;
+    }
   }
 
-  Path GetPath(const std::string& name) {
+  const char* GetPath(const char* name, char* result) {
     for (int pass = 0; pass < 4; ++pass) {
-      const std::string copy = pass % 2 == 1 ? LowerCase(name) : name;
-      const std::string candidate =
-          pass < 2 ? languageFolder + ":" + WithoutLeadingSeparator(copy) : copy;
-      if (const Path path = CheckPath(candidate, writableFolder)) return path;
-      if (const Path path = CheckPath(AddOnPlace(candidate), workFolder)) return path;
+      char copy[kTextSize];
+      std::strcpy(copy, name);
+      if (pass % 2 == 1) ToLower(copy);
+      char candidate[kTextSize];
+      if (pass < 2) {
+        std::snprintf(candidate, kTextSize, "%s:%s", languageFolder.c_str(), SkipSeparator(copy));
+      } else {
+        std::strcpy(candidate, copy);
+      }
+      if (CheckPath(candidate, writableFolder, result) != nullptr) return result;
+      char place[kTextSize];
+      CheckAddOn(place, candidate);
+      if (CheckPath(place, workFolder, result) != nullptr) return result;
     }
-    return std::nullopt;
+    return nullptr;
+  }
+
+  std::optional<std::string> GetPath(const std::string& name) {
+    char result[kPathSize];
+    if (GetPath(name.c_str(), result) == nullptr) return std::nullopt;
+    return result;
   }
 };
 
