@@ -2,6 +2,7 @@
 #include <windows.h>
 
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <memory>
 #include <random>
@@ -11,7 +12,6 @@
 #include "bench/support/main.h"
 #include "tests/reference/numbers.h"
 #include "utils/files/files.h"
-#include "utils/internal/number_scan.h"
 
 namespace {
 
@@ -22,8 +22,14 @@ using ScanFunction = int (*)(const char*, const char*, ...);
 constexpr int kColumns = 5;
 constexpr int kDifferentRows = 20'000;
 constexpr int kRows = 1'000'000;
+constexpr int kFewRows = 400;
 constexpr int kRepetitions = 3;
 constexpr int kLineSize = 4096;
+
+constexpr struct {
+  const char* format;
+  const char* token;
+} kTokens[] = {{"%d", "7"}, {"%d", "123456"}, {"%lf", "-12899199.520548"}};
 
 // A file of the system's temporary folder, gone at the end of the program.
 class TemporaryFile {
@@ -74,6 +80,32 @@ std::string RowsOfReals() {
   return text;
 }
 
+// The rows as a program reads them that is written for speed: no token is copied.
+class InPlaceReader {
+ public:
+  explicit InPlaceReader(std::FILE* stream) : stream_(stream) {}
+
+  template <typename Value>
+  int Row(Value* values, int count, const char* format, ScanFunction scan) {
+    constexpr char kDelimiters[] = " \t\n";
+    const char* token = nullptr;
+    do {
+      if (std::fgets(line_, kLineSize, stream_) == nullptr) return -1;
+      token = std::strtok(line_, kDelimiters);
+    } while (token == nullptr || *token == '!');
+    if (*token == '}') return -2;
+    int stored = 0;
+    for (; stored < count && token != nullptr && scan(token, format, values + stored) == 1;
+         ++stored)
+      token = std::strtok(nullptr, kDelimiters);
+    return stored;
+  }
+
+ private:
+  std::FILE* stream_;
+  char line_[kLineSize];
+};
+
 using Stream = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 Stream OpenedStream(const char* path) { return {std::fopen(path, "rt"), &std::fclose}; }
 
@@ -93,10 +125,10 @@ void ReadByLibrary(const char* path) {
   ReadRows([&] { return file.Readln(values, kColumns); });
 }
 
-template <typename Value>
+template <typename Value, typename Reader>
 void ReadByScan(const char* path, const char* format, ScanFunction scan) {
   const Stream stream = OpenedStream(path);
-  LineReader reader(stream.get());
+  Reader reader(stream.get());
   Value values[kColumns];
   ReadRows([&] { return reader.Row(values, kColumns, format, scan); });
 }
@@ -119,11 +151,16 @@ void CompareRows(const std::string& what, const std::shared_ptr<TemporaryFile>& 
   kv::bench::Comparison comparison("Readln, 1000000 rows of five " + what);
   comparison.Repeat(kRepetitions)
       .Add("library", [file] { ReadByLibrary<Value>(file->Path()); })
-      .Add("plain", [file, format] { ReadByScan<Value>(file->Path(), format, std::sscanf); })
+      .Add("plain",
+           [file, format] { ReadByScan<Value, LineReader>(file->Path(), format, std::sscanf); })
       .Add("limit fgets alone", [file] { ReadLinesAlone(file->Path()); });
   if (const ScanFunction scan = SystemScan(); scan != nullptr) {
-    comparison.Add("msvcrt sscanf",
-                   [file, format, scan] { ReadByScan<Value>(file->Path(), format, scan); });
+    comparison
+        .Add("msvcrt sscanf",
+             [file, format, scan] { ReadByScan<Value, LineReader>(file->Path(), format, scan); })
+        .Add("strtok and msvcrt sscanf", [file, format, scan] {
+          ReadByScan<Value, InPlaceReader>(file->Path(), format, scan);
+        });
   }
 }
 
@@ -147,26 +184,51 @@ void CompareLines(const std::shared_ptr<TemporaryFile>& file) {
       .Add("limit fgets alone", [file] { ReadLinesAlone(file->Path()); });
 }
 
-// The number of one token, without the file.
-void CompareTokens(const char* format, const char* token) {
-  kv::bench::Comparison comparison(std::string("number of ") + token + " by " + format);
-  const auto byScan = [format, token](ScanFunction scan) {
-    return [format, token, scan] {
-      double value = 0;
-      scan(token, format, &value);
-      return value;
-    };
+// The row reader with a format of its own, which a class that derives from the reader may use.
+class ScannedFile : public MTextFile {
+ public:
+  double Number(const char* format) {
+    double value = 0;
+    if (Readln(&value, 1, format, sizeof value) == -1) {
+      SeekToBegin();
+      Readln(&value, 1, format, sizeof value);
+    }
+    return value;
+  }
+};
+
+// The same of any reader of rows on a stream, from the beginning again at the end.
+template <typename Reader>
+double Number(Reader& reader, std::FILE* stream, const char* format, ScanFunction scan) {
+  double value = 0;
+  if (reader.Row(&value, 1, format, scan) == -1) {
+    std::rewind(stream);
+    reader.Row(&value, 1, format, scan);
+  }
+  return value;
+}
+
+template <typename Reader>
+auto ReadingNumbers(const std::shared_ptr<TemporaryFile>& file, const char* format,
+                    ScanFunction scan) {
+  const std::shared_ptr<std::FILE> stream = OpenedStream(file->Path());
+  return [file, stream, reader = Reader(stream.get()), format, scan]() mutable {
+    return Number(reader, stream.get(), format, scan);
   };
-  comparison
-      .Add("library",
-           [format, text = std::string(token)]() mutable {
-             alignas(double) unsigned char value[kv::internal::kScannedSize] = {};
-             char* end = text.data() + text.size();
-             kv::internal::NumberScanner(format).Scan(text.data(), end, value);
-             return value[0];
-           })
-      .Add("plain", byScan(std::sscanf));
-  if (const ScanFunction scan = SystemScan()) comparison.Add("msvcrt sscanf", byScan(scan));
+}
+
+// Rows of one token each, in a file that the system's buffer holds.
+void CompareTokens(const char* format, const std::string& token) {
+  std::string rows;
+  for (int i = 0; i < kFewRows; ++i) rows += token + "\r\n";
+  const auto file = std::make_shared<TemporaryFile>("token " + token, rows, 1);
+  const auto library = std::make_shared<ScannedFile>();
+  library->Open(file->Path(), false);
+  kv::bench::Comparison comparison("Readln, a row of " + token + " by " + format);
+  comparison.Add("library", [library, format] { return library->Number(format); })
+      .Add("plain", ReadingNumbers<LineReader>(file, format, std::sscanf));
+  if (const ScanFunction scan = SystemScan())
+    comparison.Add("strtok and msvcrt sscanf", ReadingNumbers<InPlaceReader>(file, format, scan));
 }
 
 // A file opened, its first row read, and closed again.
@@ -190,19 +252,30 @@ void CompareShortVisits(const std::shared_ptr<TemporaryFile>& file) {
       });
 }
 
-template <typename Value>
-void CheckRows(const char* path, const char* format) {
+// The rows of the file by the library and by a reader.
+template <typename Value, typename Reader>
+void CheckRows(const char* path, const char* format, ScanFunction scan) {
   const Stream stream = OpenedStream(path);
-  LineReader reader(stream.get());
+  Reader reader(stream.get());
   MTextFile file;
   file.Open(path, false);
   for (int row = 0; row < kDifferentRows; ++row) {
     Value expected[kColumns];
     Value values[kColumns];
-    kv::bench::Require(reader.Row(expected, kColumns, format, std::sscanf) == kColumns, "row");
+    kv::bench::Require(reader.Row(expected, kColumns, format, scan) == kColumns, "row");
     kv::bench::Require(file.Readln(values, kColumns) == kColumns, "Readln");
     for (int i = 0; i < kColumns; ++i) kv::bench::Require(values[i] == expected[i], "Readln");
   }
+}
+
+void CheckToken(const char* format, const char* token, ScanFunction scan) {
+  const TemporaryFile rows("token", std::string(token) + "\r\n", 1);
+  const Stream stream = OpenedStream(rows.Path());
+  InPlaceReader reader(stream.get());
+  ScannedFile file;
+  file.Open(rows.Path(), false);
+  for (int row = 0; row < 3; ++row)
+    kv::bench::Require(file.Number(format) == Number(reader, stream.get(), format, scan), token);
 }
 
 std::shared_ptr<TemporaryFile> FileOf(const char* name, const std::string& rows) {
@@ -212,10 +285,17 @@ std::shared_ptr<TemporaryFile> FileOf(const char* name, const std::string& rows)
 }  // namespace
 
 // Decimals of up to eight significant digits are read alike by all; the bound library's sscanf
-// rounds longer ones twice.
+// rounds longer ones twice, the system's does not.
 void kv::bench::CheckAgreement() {
-  CheckRows<int>(TemporaryFile("integers", RowsOfIntegers(), 1).Path(), "%d");
-  CheckRows<float>(TemporaryFile("reals", RowsOfReals(), 1).Path(), "%f");
+  const TemporaryFile integers("integers", RowsOfIntegers(), 1);
+  const TemporaryFile reals("reals", RowsOfReals(), 1);
+  CheckRows<int, LineReader>(integers.Path(), "%d", std::sscanf);
+  CheckRows<float, LineReader>(reals.Path(), "%f", std::sscanf);
+  const ScanFunction scan = SystemScan();
+  if (scan == nullptr) return;
+  CheckRows<int, InPlaceReader>(integers.Path(), "%d", scan);
+  CheckRows<double, InPlaceReader>(reals.Path(), "%lf", scan);
+  for (const auto& [format, token] : kTokens) CheckToken(format, token, scan);
 }
 
 void kv::bench::RegisterComparisons() {
@@ -225,6 +305,5 @@ void kv::bench::RegisterComparisons() {
   CompareRows<double>("reals", reals, "%lf");
   CompareLines(integers);
   CompareShortVisits(integers);
-  CompareTokens("%d", "123456");
-  CompareTokens("%lf", "-12899199.520548");
+  for (const auto& [format, token] : kTokens) CompareTokens(format, token);
 }
