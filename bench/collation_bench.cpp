@@ -10,6 +10,7 @@
 
 #include "bench/support/comparison.h"
 #include "bench/support/main.h"
+#include "bench/support/opaque.h"
 #include "tests/reference/collation.h"
 #include "utils/text/text.h"
 
@@ -19,6 +20,7 @@ using kv::bench::Comparison;
 
 constexpr std::size_t kNames = 200'000;
 constexpr std::size_t kFewerNames = 50'000;
+constexpr std::size_t kNeighbours = 25'000;  // that are compared beforehand
 constexpr unsigned kWesternFlags = LINGUISTIC_IGNORECASE | LINGUISTIC_IGNOREDIACRITIC;
 constexpr unsigned kCyrillicFlags = LINGUISTIC_IGNORECASE;
 
@@ -101,60 +103,73 @@ Names NamesOf(const Letters& capitals, const Letters& letters) {
 Names CyrillicNames() { return NamesOf(Range(0x410, 0x42F), Range(0x430, 0x44F)); }
 Names KanaNames() { return NamesOf(Range(0x30A2, 0x30ED), Range(0x30A2, 0x30ED)); }
 
+using Compare = int (*)(const char*, const char*);
+
 // Results of sorting depend on the names alone.
-template <typename Compare>
+std::vector<const char*> Sorted(const Names& names, Compare compare) {
+  const kv::bench::Opaque call(compare);
+  std::vector<const char*> sorted;
+  sorted.reserve(names.size());
+  for (const std::string& name : names) sorted.push_back(name.c_str());
+  std::sort(sorted.begin(), sorted.end(),
+            [&call](const char* a, const char* b) { return call(a, b) < 0; });
+  return sorted;
+}
+
 auto Sorting(const Names& names, Compare compare) {
-  return [&names, compare] {
-    std::vector<const char*> sorted;
-    sorted.reserve(names.size());
-    for (const std::string& name : names) sorted.push_back(name.c_str());
-    std::sort(sorted.begin(), sorted.end(),
-              [&](const char* a, const char* b) { return compare(a, b) < 0; });
-    return sorted.front();
-  };
+  return [&names, compare] { return Sorted(names, compare); };
+}
+
+// UTF-16 of a name as it is compared: without parentheses where those are asteroids'.
+std::wstring Units(std::string name, bool isOfAsteroid) {
+  if (isOfAsteroid) ClearString(name.data(), "()");
+  wchar_t buffer[256];
+  ::MultiByteToWideChar(CP_UTF8, 0, name.c_str(), -1, buffer, 256);
+  return buffer;
+}
+
+int CompareUnits(const std::wstring& a, const std::wstring& b, unsigned flags) {
+  return kv::reference::CompareUnits(a.c_str(), static_cast<int>(a.size()) + 1, b.c_str(),
+                                     static_cast<int>(b.size()) + 1, flags);
 }
 
 // The same with names that are UTF-16 beforehand.
-auto SortingUnits(const Names& names, unsigned flags) {
+auto SortingUnits(const Names& names, bool areOfAsteroids, unsigned flags) {
   std::vector<std::wstring> units;
-  for (const std::string& name : names) {
-    wchar_t buffer[256];
-    ::MultiByteToWideChar(CP_UTF8, 0, name.c_str(), -1, buffer, 256);
-    units.emplace_back(buffer);
-  }
+  for (const std::string& name : names) units.push_back(Units(name, areOfAsteroids));
   return [units = std::move(units), flags] {
     std::vector<const std::wstring*> sorted;
     sorted.reserve(units.size());
     for (const std::wstring& name : units) sorted.push_back(&name);
     std::sort(sorted.begin(), sorted.end(), [=](const std::wstring* a, const std::wstring* b) {
-      return ::CompareStringEx(LOCALE_NAME_INVARIANT, flags, a->c_str(),
-                               static_cast<int>(a->size()) + 1, b->c_str(),
-                               static_cast<int>(b->size()) + 1, nullptr, nullptr,
-                               0) == CSTR_LESS_THAN;
+      return CompareUnits(*a, *b, flags) < 0;
     });
-    return sorted.front();
+    return sorted;
   };
 }
+
+const kv::bench::Opaque kPlain(kv::reference::CompareUtf8);
+const kv::bench::Opaque kPlainAsteroid(kv::reference::CompareAsteroidNames);
 
 int WordSort(const char* a, const char* b) { return CompareStrings(a, b, false); }
 
 template <unsigned flags>
 int PlainSort(const char* a, const char* b) {
-  return kv::reference::CompareUtf8(a, b, flags);
+  return kPlain(a, b, flags);
 }
 
-int PlainAsteroidSort(const char* a, const char* b) {
-  return kv::reference::CompareAsteroidNames(a, b, kWesternFlags);
-}
+int PlainAsteroidSort(const char* a, const char* b) { return kPlainAsteroid(a, b, kWesternFlags); }
 
 // One operation under one code page.
 struct Group {
   const char* operation;
   const char* language;
   const Names& names;
-  int (*library)(const char*, const char*);
-  int (*plain)(const char*, const char*);
+  Compare library;
+  Compare plain;
   unsigned flags;
+
+  [[nodiscard]] bool IsOfAsteroids() const { return library == CompareAsterNameWithNumber; }
 };
 
 const std::vector<Group>& Groups() {
@@ -181,24 +196,42 @@ const std::vector<Group>& Groups() {
 }
 
 // Pairs that end at once, late, or never differ: nothing to win, and nothing to lose.
+constexpr struct {
+  const char* what;
+  const char* a;
+  const char* b;
+} kPairs[] = {
+    {"empty", "", ""},
+    {"one letter", "a", "b"},
+    {"equal", "Ceres", "Ceres"},
+    {"equal but for a hyphen", "Ra-Shalom", "RaShalom"},
+    {"kana of one letter", "\xE3\x82\xA2", "\xE3\x82\xA4"},
+    {"Latin before kana", "Messier 31, Andromeda \xE3\x82\xA2",
+     "Messier 31, Andromeda \xE3\x82\xA4"},
+};
+
 void RegisterPairs() {
-  const struct {
-    const char* what;
-    const char* a;
-    const char* b;
-  } pairs[] = {
-      {"empty", "", ""},
-      {"one letter", "a", "b"},
-      {"equal", "Ceres", "Ceres"},
-      {"equal but for a hyphen", "Ra-Shalom", "RaShalom"},
-      {"kana of one letter", "\xE3\x82\xA2", "\xE3\x82\xA4"},
-      {"Latin before kana", "Messier 31, Andromeda \xE3\x82\xA2",
-       "Messier 31, Andromeda \xE3\x82\xA4"},
-  };
-  for (const auto& pair : pairs) {
+  for (const auto& pair : kPairs) {
     Comparison(std::string("CompareStrings, ") + pair.what)
         .Add("library", [pair] { return WordSort(pair.a, pair.b); })
         .Add("plain", [pair] { return PlainSort<kWesternFlags>(pair.a, pair.b); });
+  }
+}
+
+void CheckPair(const Group& group, const char* a, const char* b) {
+  const int expected = group.plain(a, b);
+  kv::bench::Require(group.library(a, b) == expected, group.operation);
+  const std::wstring unitsOfA = Units(a, group.IsOfAsteroids());
+  const std::wstring unitsOfB = Units(b, group.IsOfAsteroids());
+  kv::bench::Require(CompareUnits(unitsOfA, unitsOfB, group.flags) == expected, group.operation);
+}
+
+// Of the sorted names the neighbours, which have the most in common, either way round.
+void CheckNeighbours(const Group& group) {
+  const std::vector<const char*> sorted = Sorted(group.names, group.library);
+  for (std::size_t i = 0; i + 1 < sorted.size(); i += group.names.size() / kNeighbours) {
+    CheckPair(group, sorted[i], sorted[i + 1]);
+    CheckPair(group, sorted[i + 1], sorted[i]);
   }
 }
 
@@ -208,12 +241,13 @@ void kv::bench::CheckAgreement() {
   Composer composer;
   for (const Group& group : Groups()) {
     SetCodePage(group.language);
-    for (int pair = 0; pair < 20'000; ++pair) {
-      const char* a = composer.OneOf(group.names).c_str();
-      const char* b = composer.OneOf(group.names).c_str();
-      Require(group.library(a, b) == group.plain(a, b), group.operation);
-    }
+    CheckNeighbours(group);
+    for (int pair = 0; pair < 10'000; ++pair)
+      CheckPair(group, composer.OneOf(group.names).c_str(), composer.OneOf(group.names).c_str());
   }
+  SetCodePage("en");
+  for (const auto& pair : kPairs)
+    Require(WordSort(pair.a, pair.b) == PlainSort<kWesternFlags>(pair.a, pair.b), pair.what);
 }
 
 void kv::bench::RegisterComparisons() {
@@ -226,7 +260,8 @@ void kv::bench::RegisterComparisons() {
         .Repeat(3)
         .Add("library", library)
         .Add("plain", Sorting(group.names, group.plain))
-        .Add("CompareStringEx of UTF-16", SortingUnits(group.names, group.flags))
+        .Add("CompareStringEx of UTF-16",
+             SortingUnits(group.names, group.IsOfAsteroids(), group.flags))
         .Add("limit strcmp", Sorting(group.names, std::strcmp));
   }
   SetCodePage("en");
