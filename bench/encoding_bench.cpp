@@ -56,7 +56,7 @@ const Kind kKinds[] = {{kAscii, {8, 30, 60, 200, kManyBytes}},
 const Kind kMeasuredKinds[] = {
     {kAscii, {60, kManyBytes}}, {kLatin, {60, kManyBytes}}, {kMixed, {100, kManyBytes}}};
 const Kind kLatin1Kinds[] = {{kAscii, {8, 60, kManyBytes}}, {kLatin, {8, 60, kManyBytes}}};
-const Kind kWideTextKinds[] = {{kAscii, {8, 60, 200}}, {kLatin, {8, 60, 200}}};
+const Kind kWideTextKinds[] = {{kAscii, {8, 60, 200}}, {kLatin, {60}}};
 
 void AppendWord(std::string& text, const Alphabet& alphabet, std::size_t end,
                 std::mt19937& random) {
