@@ -34,19 +34,16 @@ std::size_t CommonSize(Needle needle, const unsigned char* text) {
   return common;
 }
 
-// The first of so many places at which the needle stands, or `places`. It is also the place where
-// more bytes than the budget have been compared in vain, which leaves a budget of 0.
-std::size_t FindOneByOne(const unsigned char* hay, std::size_t places, Needle needle,
-                         std::size_t& budget) {
+// The first of so many places at which the needle stands, or at which `isEnough` says so of how
+// many bytes have been compared there in vain; else `places`.
+template <typename IsEnough>
+inline std::size_t FindOneByOne(const unsigned char* hay, std::size_t places, Needle needle,
+                                IsEnough isEnough) {
   for (std::size_t place = 0; place < places; ++place) {
-    std::size_t common = 0;
-    while (common < needle.size() && needle[common] == hay[place + common]) ++common;
-    if (common == needle.size()) return place;
-    if (common > budget) {
-      budget = 0;
-      return place;
-    }
-    budget -= common;
+    if (hay[place] != needle[0]) continue;
+    std::size_t common = 1;
+    while (common < needle.size() && hay[place + common] == needle[common]) ++common;
+    if (common == needle.size() || isEnough(common)) return place;
   }
   return places;
 }
@@ -60,11 +57,20 @@ std::size_t FindOneByOne(const unsigned char* hay, std::size_t places, Needle ne
 std::size_t FindByPair(const unsigned char* hay, std::size_t places, Needle needle) {
   using namespace kv::internal;
   constexpr std::size_t kManyPlaces = 32;  // the pair stands at more than one of so many
+  constexpr std::size_t kOneByOne = 64;
+  constexpr std::size_t kFewBytes = 16;
   constexpr std::size_t kComparedPerByte = 16;
   auto* const findPair = g_processor.avx2 ? FindPairByAvx2 : FindPairBySse2;
   BytePair pair = {needle.front(), needle.back(), needle.size() - 1};
   std::size_t budget = kComparedPerByte * (places + needle.size());
-  std::size_t oneByOne = 0;
+  // A few bytes at a place are linear anyway, and not counted.
+  const auto spend = [&budget](std::size_t compared) {
+    if (compared <= kFewBytes) return false;
+    const bool isSpent = compared > budget;
+    budget = isSpent ? 0 : budget - compared;
+    return isSpent;
+  };
+  std::size_t oneByOne = kOneByOne;
   for (std::size_t place = 0;;) {
     const std::size_t passed = findPair(hay + place, places - place, pair);
     place += passed;
@@ -75,13 +81,13 @@ std::size_t FindByPair(const unsigned char* hay, std::size_t places, Needle need
     budget -= common;
     ++place;
     if (passed >= kManyPlaces) {
-      oneByOne = 0;
+      oneByOne = kOneByOne;
       continue;
     }
     pair = {needle.front(), needle[common], common};
     // The pair stands where the needle does: a needle found is found again by it.
-    place += FindOneByOne(hay + place, std::min(oneByOne, places - place), needle, budget);
-    oneByOne = 2 * oneByOne + kManyPlaces;
+    place += FindOneByOne(hay + place, std::min(oneByOne, places - place), needle, spend);
+    oneByOne *= 2;
   }
 }
 
@@ -92,10 +98,10 @@ int MemorySearch(const unsigned char* hay, unsigned int haySize, const unsigned 
   if (needleSize == 0) return 0;
   if (hay == nullptr || needle == nullptr || haySize < needleSize) return kNotFound;
   const std::size_t places = std::min<std::size_t>(haySize - needleSize, INT_MAX) + 1;
-  constexpr std::size_t kFewPlaces = 32;
-  std::size_t unlimited = SIZE_MAX;
+  constexpr std::size_t kFewPlaces = 16;
+  const auto goOn = [](std::size_t) { return false; };
   const std::size_t place = places < kFewPlaces
-                                ? FindOneByOne(hay, places, {needle, needleSize}, unlimited)
+                                ? FindOneByOne(hay, places, {needle, needleSize}, goOn)
                                 : FindByPair(hay, places, {needle, needleSize});
   return place == places ? kNotFound : static_cast<int>(place);
 }
