@@ -4,6 +4,7 @@
 #define KVUTILS_UTILS_INTERNAL_NUMBER_SCAN_H_
 
 #include "utils/internal/characters.h"
+#include "utils/internal/text_length.h"
 
 #include <cstddef>
 #include <cstdlib>
@@ -43,13 +44,21 @@ class NumberScanner {
 // What "%d" reads from the beginning of `text`; a number beyond int gives the nearest int.
 std::optional<int> ScanDecimal(std::string_view text);
 
+// Whether a text begins with more decimal digits than any number that is surely an int. One that
+// ends near its page may do so unseen.
+inline bool IsKnownLong(const char* text) {
+  return BeginsWithEightDigits(text) && IsDigit(text[8]) && IsDigit(text[9]);
+}
+
 // What atoi reads from the decimal digits at the beginning of `text`, beyond int too.
 inline int ScanDigits(const char* text) {
-  constexpr int kSafeDigits = 9;  // any number of so many digits is an int
+  constexpr int kSafeDigits = 9;   // any number of so many digits is an int
+  constexpr int kUsualDigits = 4;  // of more, a look ahead may save reading what atoi reads again
   int value = 0;
   for (int i = 0; IsDigit(text[i]); ++i) {
-    // NOLINTNEXTLINE(cert-err34-c) [callers rely on what atoi makes of an overflow]
-    if (i == kSafeDigits) return std::atoi(text);
+    if (i == kSafeDigits || (i == kUsualDigits && IsKnownLong(text))) {
+      return std::atoi(text);  // NOLINT(cert-err34-c) [callers rely on its result beyond int]
+    }
     value = value * 10 + (text[i] - '0');
   }
   return value;

@@ -36,17 +36,30 @@ KVUTILS_READS_WHOLE_BLOCKS inline std::size_t TextLength(const char* text) {
   return static_cast<std::size_t>(block - text) + static_cast<std::size_t>(std::countr_zero(zeros));
 }
 
+// Eight bytes, all of them `byte`.
+constexpr std::uint64_t EightTimes(std::uint64_t byte) { return 0x0101010101010101 * byte; }
+
 // Whether a text has fewer than eight bytes. False, too, where its page ends before them.
 //
 // The subtraction carries a one into the highest bit of the lowest byte that is zero; into other
 // bytes only behind one, or where the highest bit is set, which `~bytes` drops.
 KVUTILS_READS_WHOLE_BLOCKS inline bool IsKnownShort(const char* text) {
-  constexpr std::uint64_t kLowest = 0x0101010101010101;
-  constexpr std::uint64_t kHighest = kLowest << 7;
-  if (!LieInOnePage<sizeof kLowest>(text)) return false;
+  if (!LieInOnePage<sizeof(std::uint64_t)>(text)) return false;
   std::uint64_t bytes;
   std::memcpy(&bytes, text, sizeof bytes);
-  return ((bytes - kLowest) & ~bytes & kHighest) != 0;
+  return ((bytes - EightTimes(0x01)) & ~bytes & EightTimes(0x80)) != 0;
+}
+
+// Whether a text begins with eight decimal digits. False, too, where its page ends before them.
+//
+// The digits are 0x30 to 0x39: of the bytes with that high half, those that six more leave in it.
+KVUTILS_READS_WHOLE_BLOCKS inline bool BeginsWithEightDigits(const char* text) {
+  if (!LieInOnePage<sizeof(std::uint64_t)>(text)) return false;
+  std::uint64_t bytes;
+  std::memcpy(&bytes, text, sizeof bytes);
+  const auto highHalf = [](std::uint64_t eight) { return eight & EightTimes(0xF0); };
+  return highHalf(bytes) == EightTimes(0x30) &&
+         highHalf(bytes + EightTimes(0x06)) == EightTimes(0x30);
 }
 
 }  // namespace kv::internal

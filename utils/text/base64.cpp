@@ -54,23 +54,25 @@ void Store(char* out, Pair pair) { std::memcpy(out, &pair, sizeof pair); }
 
 // What sets one alphabet apart.
 struct Tail {
-  // Reads a caller's tail of three characters; what stands behind a NUL in it counts as NUL.
-  constexpr explicit Tail(const char* text) {
-    if (text == nullptr) return;
-    char62 = text[0];
-    char63 = char62 == '\0' ? '\0' : text[1];
-    padding = char63 == '\0' ? '\0' : text[2];
-  }
-
-  char char62 = '-';
-  char char63 = '_';
-  char padding = '\0';  // NUL for none
+  char char62;
+  char char63;
+  char padding;  // NUL for none
 };
+
+// Reads a caller's tail of three characters; what stands behind a NUL in it counts as NUL.
+constexpr Tail ReadTail(const char* text) {
+  if (text == nullptr) return {'-', '_', '\0'};
+  const char char62 = text[0];
+  if (char62 == '\0') return {'\0', '\0', '\0'};
+  const char char63 = text[1];
+  if (char63 == '\0') return {char62, '\0', '\0'};
+  return {char62, char63, text[2]};
+}
 
 // Any alphabet, one character at a time.
 class Alphabet {
  public:
-  constexpr explicit Alphabet(const Tail& tail) {
+  constexpr explicit Alphabet(Tail tail) {
     characters_[62] = tail.char62;
     characters_[63] = tail.char63;
   }
@@ -126,11 +128,11 @@ class Tables {
   ByCharacter<int> third_{};
   ByCharacter<int> fourth_{};
 };
-constexpr Tables kUrlSafeTables{Alphabet(Tail("-_"))};
-constexpr Tables kStandardTables{Alphabet(Tail("+/"))};
+constexpr Tables kUrlSafeTables{Alphabet(ReadTail("-_"))};
+constexpr Tables kStandardTables{Alphabet(ReadTail("+/"))};
 
 // Null for an alphabet without tables.
-const Tables* TablesOf(const Tail& tail) {
+const Tables* TablesOf(Tail tail) {
   if (tail.char62 == '-' && tail.char63 == '_') return &kUrlSafeTables;
   if (tail.char62 == '+' && tail.char63 == '/') return &kStandardTables;
   return nullptr;
@@ -144,7 +146,7 @@ std::int64_t EncodedSize(std::int64_t length, bool isPadded) {
 }
 
 // The eight bytes as one number, the first the highest; compilers make one load of it.
-std::uint64_t BigEndian(const unsigned char* data) {
+inline std::uint64_t BigEndian(const unsigned char* data) {
   return std::uint64_t{data[0]} << 56 | std::uint64_t{data[1]} << 48 |
          std::uint64_t{data[2]} << 40 | std::uint64_t{data[3]} << 32 |
          std::uint64_t{data[4]} << 24 | std::uint64_t{data[5]} << 16 | std::uint64_t{data[6]} << 8 |
@@ -206,7 +208,7 @@ int Decode(unsigned char* out, const char* text, int maxChars, char padding,
 }  // namespace
 
 int btos(char* out, const unsigned char* data, int length, const char* alphabetTail) {
-  const Tail tail(alphabetTail);
+  const Tail tail = ReadTail(alphabetTail);
   if (data == nullptr || length < 0) length = 0;
   const std::int64_t size = EncodedSize(length, tail.padding != '\0');
   if (size > INT_MAX) return -1;
@@ -221,7 +223,7 @@ int btos(char* out, const unsigned char* data, int length, const char* alphabetT
 
 int stob(unsigned char* out, const char* text, const char* alphabetTail, int maxChars) {
   if (text == nullptr) return 0;
-  const Tail tail(alphabetTail);
+  const Tail tail = ReadTail(alphabetTail);
   if (const Tables* tables = TablesOf(tail)) {
     return Decode(out, text, maxChars, tail.padding, *tables);
   }
