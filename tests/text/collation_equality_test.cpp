@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <iterator>
@@ -205,6 +206,22 @@ TEST(CollationEquality, AnswersAsTheSystemForMalformedUtf8) {
 TEST(CollationEquality, AnswersAsTheSystemForLongTexts) {
   CheckRandomPairs(kNames, 300, 20'000);
   CheckRandomPairs(kScripts, 300, 5'000);
+}
+
+// Many of them differ behind their first sixteen bytes.
+TEST(CollationEquality, AnswersAsTheSystemForNamesThatBeginAlike) {
+  constexpr int kPairs = 100'000;
+  RandomPairs random(kNames, 120, 20240229);
+  int late = 0;
+  for (int pair = 0; pair < kPairs; ++pair) {
+    random.Next();
+    const std::string& a = random.A();
+    const auto [first, other] =
+        std::mismatch(a.begin(), a.end(), random.B().begin(), random.B().end());
+    late += first - a.begin() > 16 && first != a.end() && other != random.B().end();
+  }
+  EXPECT_GT(late, kPairs / 5);
+  CheckRandomPairs(kNames, 120, kPairs);
 }
 
 // Pairs that the system decides, of short texts and of long ones.

@@ -1,4 +1,4 @@
-#include "utils/text/collation.h"
+#include "utils/text/asteroid_names.h"
 
 #include "utils/internal/number_scan.h"
 #include "utils/text/collation_system.h"

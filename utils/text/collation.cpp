@@ -1,11 +1,11 @@
-#include "utils/text/collation.h"
+#include "utils/text/text.h"
 
 #include "utils/internal/win32.h"
+#include "utils/text/asteroid_names.h"
 #include "utils/text/code_page.h"
 #include "utils/text/collation_ranks.h"
 #include "utils/text/collation_system.h"
 #include "utils/text/collation_walk.h"
-#include "utils/text/text.h"
 
 #include <cstddef>
 #include <cstring>

@@ -1,5 +1,6 @@
 #include "utils/text/collation_learning.h"
 
+#include "utils/text/collation_contractions.h"
 #include "utils/text/collation_system.h"
 
 #include <algorithm>
@@ -67,12 +68,6 @@ class Learner {
   wchar_t highest_ = 0;
 };
 
-void SetWeight(CollationRanks& ranks, wchar_t character, unsigned weight) {
-  CollationWeight& place =
-      character <= kLastAscii ? ranks.bytes[character] : ranks.letters[character - kFirstLetter];
-  place = static_cast<CollationWeight>(weight);
-}
-
 int Learner::Compare(const Sample& a, const Sample& b) {
   if (hasFailed_) return 0;
   const int result = CompareUnits(a.units, a.size, b.units, b.size, flags_);
@@ -124,14 +119,14 @@ void Learner::Assign(CollationRanks& ranks) {
   if (index == size_) return;
   lowest_ = order_[index];
   for (std::size_t before = 0; before < index; ++before) {
-    if (IsIgnored(order_[before])) SetWeight(ranks, order_[before], kIgnored);
+    if (IsIgnored(order_[before])) WeightOf(ranks, order_[before]) = kIgnored;
   }
 
   wchar_t base = lowest_;      // the first of its rank
   wchar_t previous = lowest_;  // the last of its variant
   unsigned rank = 1;
   unsigned variant = 0;
-  SetWeight(ranks, base, kFirstOrdinary);
+  WeightOf(ranks, base) = kFirstOrdinary;
   for (++index; index < size_; ++index) {
     const wchar_t character = order_[index];
     if (IsBefore(Sample(base, highest_), Sample(character))) {
@@ -144,7 +139,8 @@ void Learner::Assign(CollationRanks& ranks) {
       ++variant;
     }
     previous = character;
-    if (variant < kVariants) SetWeight(ranks, character, rank * kVariants + variant);
+    if (variant < kVariants)
+      WeightOf(ranks, character) = static_cast<CollationWeight>(rank * kVariants + variant);
   }
 }
 
@@ -171,9 +167,9 @@ bool LearnRanks(unsigned flags, Alphabet alphabet, CollationRanks& ranks) {
     learner.Add(kCyrillic);
   }
   learner.Assign(ranks);
-  ranks.isPrintableKnown =
-      std::find(&ranks.bytes[kFirstPrintable], &ranks.bytes[kLastPrintable] + 1, kUnknown) ==
-      &ranks.bytes[kLastPrintable] + 1;
+  DropContractions(flags, alphabet, ranks);
+  ranks.isPrintableKnown = std::find(&ranks.bytes[kFirstPrintable], &ranks.bytes[kLastAscii] + 1,
+                                     kUnknown) == &ranks.bytes[kLastAscii] + 1;
   ranks.bytesWithoutParentheses = ranks.bytes;
   ranks.bytesWithoutParentheses['('] = kSkipped;
   ranks.bytesWithoutParentheses[')'] = kSkipped;

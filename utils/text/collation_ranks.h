@@ -6,6 +6,7 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <tuple>
 
 namespace kv::internal {
 
@@ -37,15 +38,21 @@ using LetterWeights = std::array<CollationWeight, (kLastLead - kFirstLead + 1) *
 
 inline constexpr wchar_t kLastAscii = 0x7F;
 inline constexpr char kFirstPrintable = ' ';
-inline constexpr char kLastPrintable = '~';
 inline constexpr wchar_t kFirstLetter = (kFirstLead & 0x1F) * kContinuations;
+inline constexpr wchar_t kLastLetter = kFirstLetter + std::tuple_size_v<LetterWeights> - 1;
 
 struct CollationRanks {
   ByteWeights bytes;
   ByteWeights bytesWithoutParentheses;  // the same, but for "(" and ")", which are dropped
   LetterWeights letters;                // from kFirstLetter on
-  bool isPrintableKnown;                // no byte from " " to "~" is kUnknown
+  bool isPrintableKnown;                // no byte from " " to DEL is kUnknown
 };
+
+// Of a character that has a place there. Ranks may be const or not.
+template <typename Ranks>
+constexpr auto& WeightOf(Ranks& ranks, wchar_t character) {
+  return character <= kLastAscii ? ranks.bytes[character] : ranks.letters[character - kFirstLetter];
+}
 
 // Of which every character is unknown.
 extern const CollationRanks kNoRanks;

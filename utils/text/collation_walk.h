@@ -2,12 +2,13 @@
 #define KVUTILS_UTILS_TEXT_COLLATION_WALK_H_
 
 #include "utils/internal/compiler.h"
+#include "utils/internal/page.h"
 #include "utils/text/collation_ranks.h"
 
 #include <immintrin.h>
 
 #include <bit>
-#include <cstdint>
+#include <cstddef>
 
 namespace kv::internal {
 
@@ -41,7 +42,8 @@ inline CollationWeight LetterWeight(const LetterWeights& letters, const unsigned
 //
 // The system makes a key of each text: the ranks of its characters, behind them what distinguishes
 // accents, behind that hyphens and their like. It compares keys as texts are compared, a shorter
-// one first. So the first difference of ranks decides, whatever follows it in the texts. Nothing
+// one first. So the first difference of ranks decides, whatever follows it in the texts: a letter
+// whose rank depends on what follows has none here (see collation_contractions.cpp). Nothing
 // else is decided here but that texts of equal characters, none of them ignored, are equal.
 inline Verdict CompareWeights(const char* textOfA, const char* textOfB, const ByteWeights& bytes,
                               const LetterWeights& letters) {
@@ -68,20 +70,16 @@ inline Verdict CompareWeights(const char* textOfA, const char* textOfB, const By
 }
 
 // Decides as CompareWeights does, or not at all, at the first difference of two texts. It is found
-// sixteen bytes at a time, and decides where printable ASCII alone, all of it known, stands before
-// it and two ordinary characters of one byte make it, as in most pairs of names.
+// sixteen bytes at a time, and decides where ASCII from " " on alone, all of it known, stands
+// before it and two ordinary characters of one byte make it, as in most pairs of names.
 //
 // A block is read only where it ends in the page in which it begins, with a byte of the text.
 KVUTILS_READS_WHOLE_BLOCKS inline Verdict CompareAtFirstDifference(const char* a, const char* b,
                                                                    const ByteWeights& bytes) {
-  constexpr std::uintptr_t kPage = 4096;
-  constexpr std::uintptr_t kBlock = sizeof(__m128i);
+  constexpr std::size_t kBlock = sizeof(__m128i);
   constexpr unsigned kWholeBlock = 0xFFFF;  // a bit for each byte
   const __m128i control = _mm_set1_epi8(kFirstPrintable - 1);
-  const auto endsInPage = [](const char* text) {
-    return reinterpret_cast<std::uintptr_t>(text) % kPage <= kPage - kBlock;
-  };
-  for (; endsInPage(a) && endsInPage(b); a += kBlock, b += kBlock) {
+  for (; LieInOnePage<kBlock>(a) && LieInOnePage<kBlock>(b); a += kBlock, b += kBlock) {
     const __m128i blockOfA = _mm_loadu_si128(reinterpret_cast<const __m128i*>(a));
     const __m128i blockOfB = _mm_loadu_si128(reinterpret_cast<const __m128i*>(b));
     const __m128i isEqual = _mm_cmpeq_epi8(blockOfA, blockOfB);

@@ -1,6 +1,6 @@
 // The comparison of asteroids where it takes copies of the names.
-#ifndef KVUTILS_UTILS_TEXT_COLLATION_H_
-#define KVUTILS_UTILS_TEXT_COLLATION_H_
+#ifndef KVUTILS_UTILS_TEXT_ASTEROID_NAMES_H_
+#define KVUTILS_UTILS_TEXT_ASTEROID_NAMES_H_
 
 namespace kv::internal {
 
@@ -10,4 +10,4 @@ int CompareWithoutParentheses(const char* a, const char* b, unsigned flags);
 
 }  // namespace kv::internal
 
-#endif  // KVUTILS_UTILS_TEXT_COLLATION_H_
+#endif  // KVUTILS_UTILS_TEXT_ASTEROID_NAMES_H_
