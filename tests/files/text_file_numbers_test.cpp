@@ -16,6 +16,7 @@
 #include "tests/files/number_tokens.h"
 #include "tests/reference/numbers.h"
 #include "tests/support/sandbox.h"
+#include "tests/text/scoped_locale.h"
 #include "utils/files/files.h"
 
 namespace {
@@ -261,6 +262,52 @@ TEST_F(TextFileNumbers, KeepsWhatStandsBehindAnOddToken) {
   EXPECT_EQ(file.Readln(values, 4), 3);
   EXPECT_EQ(values[2], 3);
   EXPECT_EQ(copy.Readln(values, 4), 0) << "a carriage return is a token of its own, and no number";
+}
+
+class FormatReader : public MTextFile {
+ public:
+  using MTextFile::IsComment;
+  using MTextFile::Readln;
+};
+
+TEST_F(TextFileNumbers, ReadsRealsByAnyFormatWithAPointInEveryLocale) {
+  WriteBytes("reals.txt", "1.5 -2.25e1 3,5\n1.5\n");
+  const kv::test::ScopedLocale locale("German");
+  FormatReader file;
+  ASSERT_TRUE(file.Open("reals.txt", false));
+  double values[3] = {-7, -7, -7};
+  EXPECT_EQ(file.Readln(values, 3, "%lg", 8), 3);
+  EXPECT_EQ(values[0], 1.5);
+  EXPECT_EQ(values[1], -22.5);
+  EXPECT_EQ(values[2], 3);
+  float value = -7;
+  EXPECT_EQ(file.Readln(&value, 1, "%g", 4), 1);
+  EXPECT_EQ(value, 1.5F);
+}
+
+TEST_F(TextFileNumbers, LeavesTheLineAsItWasBehindATokenThatIsNoNumber) {
+  WriteBytes("line.txt", "\r x\n");
+  FormatReader file;
+  ASSERT_TRUE(file.Open("line.txt", false));
+  int value = -7;
+  EXPECT_EQ(file.Readln(&value, 1), 0);
+  EXPECT_FALSE(file.IsComment()) << "the line is cut behind its first token";
+}
+
+TEST_F(TextFileNumbers, ReadsALineAsFarAsItsFirstNul) {
+  using namespace std::string_literals;
+  WriteBytes("gap.txt", "1 2\0 3 4\n5 \0\n\0 6\n7\n"s);
+  MTextFile file;
+  ASSERT_TRUE(file.Open("gap.txt", false));
+  int values[4] = {-7, -7, -7, -7};
+  EXPECT_EQ(file.Readln(values, 4), 2);
+  EXPECT_EQ(values[1], 2);
+  EXPECT_EQ(values[2], -7);
+  EXPECT_EQ(file.Readln(values, 4), 1);
+  EXPECT_EQ(values[0], 5);
+  EXPECT_EQ(file.Readln(values, 4), 1) << "a line that begins with NUL is blank";
+  EXPECT_EQ(values[0], 7);
+  EXPECT_EQ(file.Readln(values, 4), -1);
 }
 
 }  // namespace

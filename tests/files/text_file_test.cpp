@@ -30,6 +30,19 @@ TEST_F(TextFile, OpensForReadingOnlyWhatExists) {
   EXPECT_EQ(file.Readln(static_cast<char*>(nullptr), 0), -1) << "a failed open leaves no stream";
 }
 
+TEST_F(TextFile, KeepsNamesOfEveryLength) {
+  for (const std::size_t size : {1U, 255U, 260U, 262U, 263U, 264U, 265U, 266U, 528U, 5000U}) {
+    for (const char* letter : {"n", "\xC3\xA9"}) {
+      SCOPED_TRACE(testing::Message() << size << " times " << letter);
+      std::string name;
+      for (std::size_t count = 0; count < size; ++count) name += letter;
+      MTextFile file;
+      EXPECT_FALSE(file.Open(name.c_str(), false));
+      EXPECT_EQ(file.GetFileName(), kv::test::Widen(name));
+    }
+  }
+}
+
 TEST_F(TextFile, OpensForWritingAnEmptiedFile) {
   WriteBytes("a.txt", "old content\n");
   MTextFile file;

@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tests/support/files.h"
@@ -52,6 +53,14 @@ class NotedDisk {
     return NoteOther(path);
   }
   static HANDLE WINAPI Find(LPCWSTR path, LPWIN32_FIND_DATAW) { return NoteOther(path); }
+  static int Status(const wchar_t* path, struct _stat64*) {
+    NoteOther(path);
+    return -1;
+  }
+  static std::FILE* OpenShared(const wchar_t* path, const wchar_t*, int) {
+    NoteOther(path);
+    return nullptr;
+  }
 
   static inline std::string list_;
   static inline std::set<std::string> paths_;
@@ -61,6 +70,8 @@ class NotedDisk {
   ImportPatch open_{"_wfopen", &Open};
   ImportPatch create_{"CreateFileW", &Create};
   ImportPatch find_{"FindFirstFileW", &Find};
+  ImportPatch status_{"_wstat64", &Status};
+  ImportPatch openShared_{"_wfsopen", &OpenShared};
 };
 
 }  // namespace kv::test

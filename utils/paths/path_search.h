@@ -32,8 +32,9 @@ class PathSearch {
     std::size_t size;
     char text[kPathSize];
   };
-  // Two folders in four passes, and the add-on's list.
-  static constexpr std::size_t kMostMisses = 9;
+  // A call asks for nine paths at most, two folders in four passes and the add-on's list, and for
+  // none behind the last.
+  static constexpr std::size_t kMostMisses = 8;
 
   [[nodiscard]] bool IsMiss(const PathText& path) const;
 
