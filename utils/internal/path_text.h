@@ -30,6 +30,7 @@ class BoundedText {
   static constexpr std::size_t kMaxSize = Capacity - 1;
 
   BoundedText() { Terminate(); }
+  explicit BoundedText(std::string_view text) { Append(text); }
 
   BoundedText& Append(std::string_view text) {
     if (overlong_ || text.size() >= Capacity - size_) {

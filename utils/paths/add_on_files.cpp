@@ -15,7 +15,9 @@ std::optional<PathText> AddOnFiles::Place(const Candidate& name) {
   const NameText listed = ListedForm(text.View());
   const auto entry = std::find(names.begin(), names.end(), listed.View());
   if (text.IsOverlong() || entry == names.end()) return std::nullopt;
-  return PathText().Append(NameView(KelvarisPath::sFeaturePackFolder.c_str())).Append(*entry);
+  PathText path(NameView(KelvarisPath::sFeaturePackFolder.c_str()));
+  path.Append(*entry);
+  return path;
 }
 
 // A missing or empty list leaves the names empty, so the next call looks for it again.
@@ -40,9 +42,9 @@ void AddOnFiles::LoadList() {
 bool KelvarisPath::CheckFeaturePackFile(char* out, const char* name) {
   using namespace kv::internal;
   // The name may lie in the add-on's folder, which is read on the way.
-  const NameText own = NameText().Append(name == nullptr ? std::string_view() : NameView(name));
+  const NameText own(name == nullptr ? std::string_view() : NameView(name));
   PathSearch search;
   const std::optional<PathText> place = AddOnFiles(search).Place(Candidate(own.View()));
-  CopyPath(out, place ? place->View() : PathText().Append(own.View()).View());
+  CopyPath(out, place ? place->View() : PathText(own.View()).View());
   return place.has_value();
 }

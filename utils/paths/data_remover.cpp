@@ -94,7 +94,9 @@ bool IsRemovable(const PathText& path) {
 }
 
 PathText BaseFolder(std::string_view folder) {
-  return PathText().Append(KelvarisPath::ms_WritablePath).Append(folder);
+  PathText path(KelvarisPath::ms_WritablePath);
+  path.Append(folder);
+  return path;
 }
 
 PathText LanguageFolder(std::string_view language, std::string_view folder) {

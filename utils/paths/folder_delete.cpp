@@ -57,7 +57,7 @@ void DeleteFolder(const char* folder) {
   std::string_view text = kv::internal::ViewOf(folder);
   if (text.size() >= kPathSize) return;
   if (text.ends_with('\\')) text.remove_suffix(1);
-  const WidePath path(PathText().Append(text).Get());
+  const WidePath path(PathText(text).Get());
   if (!path.IsEmpty() && !IsDriveOrRoot(path)) ShellDelete(path.View());
 }
 
@@ -66,9 +66,10 @@ void DeleteFolder(const char* folder, const char* mask) {
   // A mask with a folder in it would find the names of one folder and delete them in another.
   if (std::strpbrk(mask, "\\/:") != nullptr) return;
   const std::string_view separator = std::string_view(folder).ends_with('\\') ? "" : "\\";
-  const PathText base = PathText().Append(folder).Append(separator);
-  const WidePath widePattern(PathText(base).Append(mask).Get());
+  PathText base(folder);
+  base.Append(separator);
   const WidePath wideBase(base.Get());
+  const WidePath widePattern(base.Append(mask).Get());
   if (wideBase.IsEmpty() || widePattern.IsEmpty()) return;
   for (FolderListing entry(widePattern.Get()); entry.IsValid(); entry.Next()) {
     if (entry.IsFolder()) continue;

@@ -33,11 +33,19 @@ class NameSearch {
     return answer_;
   }
 
-  // The answer for the candidate in the writable folder, else where the work folder has it.
-  const char* InBothFolders(const Candidate& candidate) {
-    if (const char* path = In(KelvarisPath::ms_WritablePath, candidate)) return path;
+  const char* InWritableFolder(const Candidate& candidate) {
+    return In(KelvarisPath::ms_WritablePath, candidate);
+  }
+
+  // Where the work folder or its add-on has the candidate.
+  const char* InWorkFolder(const Candidate& candidate) {
     const auto place = addOnFiles_.Place(candidate);
     return In(KelvarisPath::ms_WorkDir, place ? Candidate(place->View()) : candidate);
+  }
+
+  const char* InBothFolders(const Candidate& candidate) {
+    if (const char* path = InWritableFolder(candidate)) return path;
+    return InWorkFolder(candidate);
   }
 
   bool Exists(const PathText& path) { return search_.Exists(path); }
@@ -48,6 +56,20 @@ class NameSearch {
   AddOnFiles addOnFiles_{search_};
 };
 
+// The answer for a name that the writable folder does not have in the language. The name may lie
+// where the search itself writes: in the result buffer, or in the add-on's folder, which is read on
+// the way.
+const char* FindElsewhere(NameSearch& search, std::string_view languageFolder,
+                          std::string_view name) {
+  const NameText own(name);
+  const std::string_view given = own.View();
+  if (const char* path = search.InWorkFolder({languageFolder, given})) return path;
+  const NameText lower = LowerCase(given);
+  if (const char* path = search.InBothFolders({languageFolder, lower.View()})) return path;
+  if (const char* path = search.InBothFolders(Candidate(given))) return path;
+  return search.InBothFolders(Candidate(lower.View()));
+}
+
 }  // namespace
 
 KelvarisPath::KelvarisPath(const KelvarisPath& other) = default;
@@ -56,21 +78,14 @@ KelvarisPath& KelvarisPath::operator=(const KelvarisPath& other) = default;
 
 KelvarisPath::~KelvarisPath() = default;
 
-// The name may lie where the search itself writes: in the result buffer, or in the add-on's folder,
-// which is read on the way.
 const char* KelvarisPath::GetPath(const char* name) {
   if (name == nullptr) return nullptr;
-  const NameText own = NameText().Append(NameView(name));
-  if (own.IsOverlong()) return nullptr;
-  const std::string_view given = own.View();
+  const std::string_view given = NameView(name);
+  if (given.size() > NameText::kMaxSize) return nullptr;
   NameSearch search(m_Buffer.get());
-  if (const char* path = search.InBothFolders({NameView(ms_LanguageFolder.c_str()), given}))
-    return path;
-  const NameText lower = LowerCase(given);
-  if (const char* path = search.InBothFolders({NameView(ms_LanguageFolder.c_str()), lower.View()}))
-    return path;
-  if (const char* path = search.InBothFolders(Candidate(given))) return path;
-  return search.InBothFolders(Candidate(lower.View()));
+  const std::string_view languageFolder = NameView(ms_LanguageFolder.c_str());
+  if (const char* path = search.InWritableFolder({languageFolder, given})) return path;
+  return FindElsewhere(search, languageFolder, given);
 }
 
 const char* KelvarisPath::CheckPath(const char* name, const char* base) {
