@@ -1,22 +1,24 @@
-# Language level, warnings and hardening, as one interface target that every target of the tree uses;
-# a compiler cache where the machine has one.
+# Language level and warnings, and with hardening the options of every target that is shipped or tested,
+# as interface targets; a compiler cache where the machine has one.
 find_program(KVUTILS_CCACHE ccache DOC "The compiler cache to use, if any")
 mark_as_advanced(KVUTILS_CCACHE)
 if(KVUTILS_CCACHE)
   set(CMAKE_CXX_COMPILER_LAUNCHER ${KVUTILS_CCACHE})
 endif()
 
-add_library(kvutils_options INTERFACE)
-
-target_compile_features(kvutils_options INTERFACE cxx_std_20)
-target_compile_options(kvutils_options INTERFACE
+add_library(kvutils_language INTERFACE)
+target_compile_features(kvutils_language INTERFACE cxx_std_20)
+target_compile_options(kvutils_language INTERFACE
   -Werror -Wall -Wextra -Wpedantic
   -Wconversion -Wsign-conversion -Wshadow -Wold-style-cast -Wuseless-cast -Wcast-align -Wcast-qual
   -Wduplicated-branches -Wduplicated-cond -Wlogical-op -Wnull-dereference -Wnon-virtual-dtor
-  -Woverloaded-virtual -Wformat=2 -Wno-format-nonliteral -Wundef
-  -fstack-protector-strong)
+  -Woverloaded-virtual -Wformat=2 -Wno-format-nonliteral -Wundef)
+target_compile_definitions(kvutils_language INTERFACE UNICODE _UNICODE)
+
+add_library(kvutils_options INTERFACE)
+target_link_libraries(kvutils_options INTERFACE kvutils_language)
+target_compile_options(kvutils_options INTERFACE -fstack-protector-strong)
 target_compile_definitions(kvutils_options INTERFACE
-  UNICODE _UNICODE
   $<$<NOT:$<CONFIG:Debug>>:_FORTIFY_SOURCE=2>
   $<$<CONFIG:Debug>:_GLIBCXX_ASSERTIONS>)
 
