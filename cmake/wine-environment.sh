@@ -7,8 +7,10 @@ KVUTILS_WINE=${KVUTILS_WINE:-$KVUTILS_SOURCE/build/wine}
 export WINEPREFIX="$KVUTILS_WINE/prefix" HOME="$KVUTILS_WINE/home" TMPDIR="$KVUTILS_WINE/tmp"
 unset XDG_CACHE_HOME XDG_CONFIG_HOME XDG_DATA_HOME XDG_RUNTIME_DIR
 
-# Non-ASCII file names need a UTF-8 locale. No display, no menu entries, no offer to install Mono.
-export LC_ALL=C.UTF-8 WINEDEBUG=-all WINEDLLOVERRIDES='winemenubuilder.exe=d;mscoree,mshtml='
+# Non-ASCII file names need a UTF-8 locale. No display, no menu entries, no offer to install Mono. Of what
+# Wine could tell on standard error, it tells what KVUTILS_WINEDEBUG asks for.
+export LC_ALL=C.UTF-8 WINEDEBUG="${KVUTILS_WINEDEBUG:--all}"
+export WINEDLLOVERRIDES='winemenubuilder.exe=d;mscoree,mshtml='
 unset DISPLAY WAYLAND_DISPLAY
 
 # The prefix takes its Documents folder from KVUTILS_DOCUMENTS; tests make their sandboxes below

@@ -1,5 +1,6 @@
 #include "tests/support/process.h"
 
+#include <gtest/gtest.h>
 #include <windows.h>
 
 #include <cstdio>
@@ -113,6 +114,8 @@ ProcessResult Result(HANDLE process, Capture& out, Capture& err) {
   ::GetExitCodeProcess(process, &result.exitCode);
   result.out = out.Take();
   result.err = err.Take();
+  // What Wine says of a heap would stay in the file.
+  EXPECT_EQ(result.err.find(":warn:heap:"), std::string::npos) << result.err;
   return result;
 }
 

@@ -1,0 +1,41 @@
+// What is checked at the end of each case, whatever the case is about: the heaps of the process are
+// in order, and in the sanitized build no block of memory is left that nothing can release.
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "tests/support/kept_blocks.h"
+
+namespace kv::test {
+namespace {
+
+// The system walks all blocks of each heap and looks at what it keeps between them.
+void ExpectValidHeaps() {
+  std::vector<HANDLE> heaps(::GetProcessHeaps(0, nullptr));
+  heaps.resize(::GetProcessHeaps(static_cast<DWORD>(heaps.size()), heaps.data()));
+  for (const HANDLE heap : heaps) {
+    EXPECT_TRUE(::HeapValidate(heap, 0, nullptr)) << "a heap of the process is damaged";
+  }
+}
+
+class CaseChecks : public ::testing::EmptyTestEventListener {
+  void OnTestStart(const ::testing::TestInfo&) override { kept_.Start(); }
+  void OnTestEnd(const ::testing::TestInfo&) override {
+    kept_.ExpectNoneLost();
+    ExpectValidHeaps();
+  }
+
+  KeptBlocks kept_;
+};
+
+// GoogleTest owns the listener.
+[[maybe_unused]] const bool g_isListening = [] {
+  ::testing::UnitTest::GetInstance()->listeners().Append(new CaseChecks);
+  return true;
+}();
+
+}  // namespace
+}  // namespace kv::test
