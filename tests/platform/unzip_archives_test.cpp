@@ -69,7 +69,7 @@ TEST_F(UnzipArchive, UnpacksIntoTheArchivesOwnFolder) {
 
 TEST_F(UnzipArchive, UnpacksLargeEntries) {
   std::string content;
-  for (int i = 0; i < 1'000'000; ++i) content += static_cast<char>((i * i / 7) & 0xFF);
+  for (long long i = 0; i < 1'000'000; ++i) content += static_cast<char>((i * i / 7) & 0xFF);
   WriteArchive({{"large.bin", content}});
   EXPECT_TRUE(UnzipTo(Out()));
   EXPECT_EQ(ReadBytes(Out() + "large.bin") == content, true);
