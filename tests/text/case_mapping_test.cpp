@@ -97,6 +97,22 @@ TEST(LowerAndUpperCase, ReplaceMalformedUtf8) {
   EXPECT_EQ(buffer.Text(), std::string("ab") + kReplacement);
 }
 
+// The system may take the terminator for a part of the character.
+TEST(LowerAndUpperCase, EndWhereATextEndsInsideACharacter) {
+  for (const std::size_t length : {1U, 100U, 254U, 255U, 256U, 300U}) {
+    for (const std::string cut : {"\xC3", "\xE3", "\xE3\x81", "\xF0\x9F\x98"}) {
+      SCOPED_TRACE(testing::Message() << length << " and " << cut.size());
+      const std::string text = std::string(length, 'a') + cut;
+      GuardedBuffer<char> buffer(length + 13, text);
+      UpperCase(buffer.Get(), static_cast<int>(length) + 13);
+      const std::string upper = buffer.Text();
+      EXPECT_EQ(upper.substr(0, length + 3), std::string(length, 'A') + kReplacement);
+      EXPECT_LE(upper.size(), length + 3 * cut.size());
+      EXPECT_TRUE(buffer.GuardsHold());
+    }
+  }
+}
+
 TEST(ConvertToUpperCase, MapsEveryScriptInFull) {
   const struct {
     const char* in;

@@ -150,6 +150,7 @@ TEST(Utf82Ascii, ConvertsToTheCurrentCodePage) {
       {"en", "\xE2\x82\xAC", "\x80"},
       {"ru", "\xD0\x96", "\xC6"},
       {"ja", "\xE3\x81\x82", "\x82\xA0"},
+      {"en", "cut \xE3", "cut ?"},  // the system may take the terminator for a part of it
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(testing::Message() << row.language << " " << row.utf8);

@@ -12,11 +12,12 @@ SystemText::SystemText(unsigned codePage, const char* text, int size) {
   if (size_ == 0) {
     const int needed = ::MultiByteToWideChar(codePage, 0, text, size, nullptr, 0);
     if (needed > kShortSize) {
-      long_.resize(static_cast<std::size_t>(needed));
+      long_.resize(static_cast<std::size_t>(needed) + 1);
       size_ = ::MultiByteToWideChar(codePage, 0, text, size, long_.data(), needed);
     }
   }
   isValid_ = size_ > 0;
+  Get()[size_] = L'\0';
 }
 
 bool NarrowSystemText(unsigned codePage, const wchar_t* text, char* out, int outSize) {

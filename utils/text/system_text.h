@@ -9,7 +9,9 @@ namespace kv::internal {
 inline constexpr unsigned kUtf8CodePage = 65001;
 
 // A text as UTF-16, in a buffer of its own; short texts need no allocation. Bytes that the code
-// page does not know, malformed UTF-8 among them, become what the system puts in their place.
+// page does not know, malformed UTF-8 among them, become what the system puts in their place. A NUL
+// stands behind the units, whatever they are: where a text ends inside a character, a system may
+// take its terminator for a part of that.
 class SystemText {
  public:
   static constexpr int kWithTerminator = -1;
@@ -30,7 +32,7 @@ class SystemText {
 
   bool isValid_ = false;
   int size_ = 0;
-  wchar_t short_[kShortSize];
+  wchar_t short_[kShortSize + 1];
   std::vector<wchar_t> long_;  // in use when the text does not fit in short_
 };
 
