@@ -319,7 +319,7 @@ INSTANTIATE_TEST_SUITE_P(
         System{"SayTheSameInReverse", SayTheSameInReverse}, System{"RefuseAfter0", RefuseAfter<0>},
         System{"RefuseAfter1", RefuseAfter<1>}, System{"RefuseAfter100", RefuseAfter<100>},
         System{"RefuseAfter700", RefuseAfter<700>}, System{"RefuseAfter1200", RefuseAfter<1200>},
-        System{"RefuseAfter2200", RefuseAfter<2200>}),
+        System{"RefuseAfter1800", RefuseAfter<1800>}),
     [](const auto& system) { return system.param.what; });
 
 TEST(CollationLearning, GivesTheFailureOfTheSystem) {

@@ -73,11 +73,10 @@ void DropRank(CollationWeight weight, CollationRanks& ranks) {
 // Finds contractions.
 //
 // The ranks decide where two texts first differ, so a letter has to keep its rank whatever follows
-// it. Let z be the last letter, x any, w and y letters of the ranks before and behind x. There is
-// no word "xb" that counts as one letter and is out of place if, for all neighbours a and b,
-// "xaz" is before "xb" and "xzz" before "y". A mark m leaves x in place if "wz" is before "xm" and
-// "xmz" before "y". None of these questions follows from others. Capitals join what small letters
-// join.
+// it. Let z be the last letter, x any, w and y letters of the ranks before and behind x. A word
+// "xb" that counts as one letter is nowhere else than its ranks say if for all neighbours a and b
+// "xaz" is before "xb"; among these are "xxz" and "xy", which tell it of "xz". A mark m leaves x in
+// place if "wz" is before "xm" and "xmz" before "y". Capitals join what small letters join.
 class Finder {
  public:
   Finder(unsigned flags, Alphabet alphabet, const CollationRanks& ranks)
@@ -104,8 +103,7 @@ class Finder {
     for (const Letter* b = words_.Behind(*a); b != words_.end(); a = b, b = words_.Behind(*a)) {
       if (!IsBefore({x.character, a->character, z, 0}, {x.character, b->character, 0})) return true;
     }
-    const Letter* y = words_.Behind(x);
-    return y != words_.end() && !IsBefore({x.character, z, z, 0}, {y->character, 0});
+    return false;
   }
 
   [[nodiscard]] bool JoinsAMark(Letter x) const {
