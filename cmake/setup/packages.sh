@@ -11,6 +11,7 @@ check_packages=(clang-format-14 clang-tidy-14 xvfb xclip python3)
 # zlib's checksum stands beside the library's.
 bench_packages=(libz-mingw-w64-dev python3)
 plot_packages=(python3-matplotlib)
+coverage_packages=(gcovr)
 
 missing_packages() {
   local package
