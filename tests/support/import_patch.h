@@ -17,6 +17,9 @@ class ImportPatch {
   ImportPatch(const ImportPatch&) = delete;
   ImportPatch& operator=(const ImportPatch&) = delete;
 
+  // The function that the library would call without the replacement.
+  [[nodiscard]] void* Original() const { return original_; }
+
  private:
   void** slot_;
   void* original_;

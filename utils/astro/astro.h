@@ -104,8 +104,8 @@ class KVUTILS_API DwarfPlanetsIO {
   // Loads the file into the array if the array is empty: the file that KelvarisPath::GetPath finds,
   // in file order; a piece shorter than a record at its end is ignored. A file that is missing or
   // cannot be opened leaves the array empty, without a message. Throws MException (code 2) when the
-  // system fails to read from the file (the records read until then stay in the array) and
-  // MException (code 0) when the folders cannot be determined.
+  // system fails to read from the file (the records read until then stay in the array), MException
+  // (code 0) when the folders cannot be determined, and std::bad_alloc, with the array empty.
   DwarfPlanetsIO();
 
   // An instance holds no data: nothing is copied and nothing is loaded.

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <new>
 
 // Process-wide and unguarded: one thread at a time. They are made before any instance of GetReader
 // and outlive it, so that its destructor can save them.
@@ -31,8 +32,13 @@ void Load(std::vector<DwarfPlanetRecord>& records) {
   const char* path = resolver.GetPath(kFileName);
   MFile file;
   if (path == nullptr || !file.Open(path, file_mode::kRead)) return;
-  DwarfPlanetRecord record;
-  while (file.Read(&record, kRecordSize) == kRecordSize) records.push_back(record);
+  try {
+    DwarfPlanetRecord record;
+    while (file.Read(&record, kRecordSize) == kRecordSize) records.push_back(record);
+  } catch (const std::bad_alloc&) {
+    records.clear();  // a part of them would be saved as the whole
+    throw;
+  }
 }
 
 void Save(const std::vector<DwarfPlanetRecord>& records) {

@@ -191,7 +191,8 @@ long long MFile::GetTime(const char* path, int which) {
 bool MFile::FileCopy(const char* source, const char* target) {
   MFile in(source, kRead);
   const auto length = static_cast<unsigned>(in.GetLength());
-  if (length == 0) return false;
+  const bool isUntold = length == INVALID_FILE_SIZE && ::GetLastError() != NO_ERROR;
+  if (length == 0 || isUntold) return false;
   MFile out(target, kWrite);
   const std::unique_ptr<unsigned char[]> buffer(new (std::nothrow) unsigned char[length]);
   if (buffer == nullptr || in.Read(buffer.get(), length) < length) return false;

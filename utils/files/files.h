@@ -152,8 +152,9 @@ class KVUTILS_API MFile {
   // Copies the content of `source` over the beginning of `target`, which is created if missing.
   // Callers rely on it: a longer target keeps its tail. The source is taken to
   // be as long as the low 32 bits of its length say. True when so many bytes were copied; false for
-  // an empty source, without creating the target, when fewer bytes arrive than promised, and when
-  // memory is short. Throws MException, code 2, when either file cannot be opened, read or written.
+  // an empty source and one whose length the system does not tell, without creating the target,
+  // when fewer bytes arrive than promised, and when memory is short. Throws MException, code 2,
+  // when either file cannot be opened, read or written.
   static bool FileCopy(const char* source, const char* target);
 
  protected:

@@ -79,12 +79,15 @@ bool MTextFile::Open(const char* path, bool write) {
   m_FileName = widePath.View();
   m_Stream.reset();
   if (widePath.IsEmpty()) return false;
-  std::FILE* file = ::_wfopen(widePath.Get(), write ? L"wt" : L"rt");
+  m_Stream = std::make_shared<Stream>(!write);
+  std::FILE* file = m_Stream->Open(widePath.Get(), write ? L"wt" : L"rt");
   if (file == nullptr) return false;
-  m_Stream = std::make_shared<Stream>(file, !write);
-  if (!write) {
-    m_BomSkipped = StartsWithByteOrderMark(file) ? 1 : 0;
-    if (m_BomSkipped == 0) SeekToBegin();
+  if (write) return true;
+  if (StartsWithByteOrderMark(file)) {
+    m_BomSkipped = 1;
+  } else if (std::fseek(file, 0, SEEK_SET) != 0) {
+    m_Stream->Close();  // what has been read would be lost
+    return false;
   }
   return true;
 }

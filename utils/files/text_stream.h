@@ -10,11 +10,16 @@
 // Shared by all copies of one text file; closed once, by whichever comes first.
 class MTextFile::Stream {
  public:
-  Stream(std::FILE* file, bool forReading) : file_(file), forReading_(forReading) {}
+  explicit Stream(bool forReading) : forReading_(forReading) {}
   Stream(const Stream&) = delete;
   Stream& operator=(const Stream&) = delete;
   ~Stream() { Close(); }
 
+  // The standard stream, null when the system refuses. Once in the life of the object.
+  [[nodiscard]] std::FILE* Open(const wchar_t* path, const wchar_t* mode) {
+    file_ = ::_wfopen(path, mode);
+    return file_;
+  }
   [[nodiscard]] std::FILE* Get() const { return file_; }
   [[nodiscard]] bool IsForReading() const { return forReading_; }
   void Close() {
@@ -22,7 +27,7 @@ class MTextFile::Stream {
   }
 
  private:
-  std::FILE* file_;
+  std::FILE* file_ = nullptr;
   bool forReading_;
 };
 

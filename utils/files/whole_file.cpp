@@ -1,5 +1,6 @@
 #include "utils/files/files.h"
 
+#include "utils/internal/append_guard.h"
 #include "utils/internal/file_content.h"
 #include "utils/internal/file_mode.h"
 #include "utils/internal/wide_path.h"
@@ -127,9 +128,11 @@ bool ReadTabSeparatedColumn(std::vector<std::string>& out, const char* name, int
   const auto wanted = static_cast<std::size_t>(column);
   char line[kKeptLength];
   std::vector<std::string> fields;
+  kv::internal::AppendGuard appended(out);
   while (table.Readln(line, kKeptLength) > 0) {
     GetTokens(fields, line, '\t');
     if (fields.size() > wanted) out.push_back(std::move(fields[wanted]));
   }
+  appended.Keep();
   return !out.empty();
 }

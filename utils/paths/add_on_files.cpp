@@ -1,6 +1,7 @@
 #include "utils/paths/add_on_files.h"
 
 #include "utils/files/files.h"
+#include "utils/internal/append_guard.h"
 #include "utils/paths/paths.h"
 
 #include <algorithm>
@@ -32,9 +33,11 @@ void AddOnFiles::LoadList() {
   char line[256];
   if (file.Readln(line, sizeof line) <= 0) return;
   KelvarisPath::sFeaturePackFolder = line;
+  AppendGuard names(KelvarisPath::sFeaturePackFileNames);
   while (file.Readln(line, sizeof line) > 0) {
     KelvarisPath::sFeaturePackFileNames.emplace_back(ListedForm(line).View());
   }
+  names.Keep();
 }
 
 }  // namespace kv::internal

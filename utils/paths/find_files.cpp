@@ -1,5 +1,6 @@
 #include "utils/paths/paths.h"
 
+#include "utils/internal/append_guard.h"
 #include "utils/internal/fail_fast.h"
 #include "utils/internal/path_text.h"
 #include "utils/internal/text_view.h"
@@ -170,7 +171,9 @@ FindFiles::~FindFiles() = default;
 
 void FindFiles::Run(bool recursive) {
   m_IsRecursive = recursive;
+  kv::internal::AppendGuard found(m_Files);
   Search(m_Mask, m_IsAcceptAll, m_IsRecursive, m_Files).Run(m_SourceFolder);
+  found.Keep();
 }
 
 unsigned int FindFiles::GetNumberFiles() const { return static_cast<unsigned int>(m_Files.size()); }

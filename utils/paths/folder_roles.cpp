@@ -3,6 +3,7 @@
 #include "utils/paths/paths.h"
 
 #include "utils/files/files.h"
+#include "utils/internal/append_guard.h"
 #include "utils/internal/path_text.h"
 #include "utils/internal/wide_path.h"
 #include "utils/internal/win32.h"
@@ -27,6 +28,7 @@ std::vector<std::string> KelvarisPath::sFeaturePackFileNames;
 
 namespace {
 
+using kv::internal::AppendGuard;
 using kv::internal::CopyPath;
 using kv::internal::kPathSize;
 using kv::internal::PathText;
@@ -45,11 +47,14 @@ bool EnsureFolder(const std::wstring& path) {
          ::CreateDirectoryW(path.c_str(), nullptr) != 0;
 }
 
-// The lines up to a "}" line, which ends the block; the end of the file ends this block and all
-// after it.
-void ReadBlock(MTextFile& file, std::vector<std::string>& lines) {
+// Appends the lines up to a "}" line, which ends the block. False at the end of the file, which
+// ends this block and all after it.
+bool ReadBlock(MTextFile& file, std::vector<std::string>& lines) {
+  constexpr int kEndMarker = -2;
   char line[256];
-  while (file.Readln(line, sizeof line) >= 0) lines.emplace_back(line);
+  int length = file.Readln(line, sizeof line);
+  for (; length >= 0; length = file.Readln(line, sizeof line)) lines.emplace_back(line);
+  return length == kEndMarker;
 }
 
 }  // namespace
@@ -59,7 +64,7 @@ KelvarisPath::KelvarisPath() : m_Buffer(std::make_shared_for_overwrite<char[]>(k
   if (!GetCDPath(ms_CDPath, kPathSize)) {
     throw MException(0, "KelvarisPath::GetCDPath return false");
   }
-  GetWorkDir(ms_WorkDir, kPathSize);
+  CopyPath(ms_WorkDir, ms_CDPath);
   ms_WritablePath[0] = '\0';
   GetWritableDir(ms_WritablePath, kPathSize);
   PrintDebugString("Kelvaris writable folder is %s\n", ms_WritablePath);
@@ -76,9 +81,15 @@ KelvarisPath::KelvarisPath() : m_Buffer(std::make_shared_for_overwrite<char[]>(k
   if (path == nullptr || !file.Open(path, false)) {
     PrintDebugString("File %s not found\n", kListFile);
   }
-  ReadBlock(file, ms_CDFolders);
-  ReadBlock(file, ms_ThemePaths);
-  ReadBlock(file, ms_WritablePaths);
+  AppendGuard mediumFolders(ms_CDFolders);
+  AppendGuard themePaths(ms_ThemePaths);
+  AppendGuard writablePaths(ms_WritablePaths);
+  if (ReadBlock(file, ms_CDFolders) && ReadBlock(file, ms_ThemePaths)) {
+    ReadBlock(file, ms_WritablePaths);
+  }
+  mediumFolders.Keep();
+  themePaths.Keep();
+  writablePaths.Keep();
   ms_IsInit = true;
 }
 

@@ -22,6 +22,9 @@ class ScopedCurrentFolder {
   ScopedCurrentFolder& operator=(const ScopedCurrentFolder&) = delete;
   ~ScopedCurrentFolder() { ::_wchdir(folder_.c_str()); }
 
+  // Without a way back nobody may go away.
+  [[nodiscard]] bool IsKnown() const { return !folder_.empty(); }
+
  private:
   std::wstring folder_;
 };
@@ -43,6 +46,7 @@ void MakeFolder(const char* path) {
   }
   const std::wstring_view text = widePath.View();
   const ScopedCurrentFolder currentFolder;
+  if (!currentFolder.IsKnown()) return;
   std::size_t skipped = 0;
   if (text.find(L':') != std::wstring_view::npos) {
     ChangeDrive(text.front());

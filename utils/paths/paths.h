@@ -145,12 +145,12 @@ class KVUTILS_API KelvarisPath {
 };
 
 // Creates the folder and its missing parents; does nothing when a file or folder of that name
-// exists, for an empty path and for one over 259 UTF-16 units. Reports nothing. While it works it
-// moves the current folder, and at the end puts it back. Callers rely on how a path is read: "\"
-// alone separates. With a ":" anywhere, its first character is a drive to be made current (one that
-// cannot be is ignored) and its first three characters are no names. With "\" as its first or third
-// character it starts at the root of the current drive; without a drive the first character is
-// dropped then, so "ab\c" makes "\b\c".
+// exists, for an empty path, for one over 259 UTF-16 units and while the current folder cannot be
+// told. Reports nothing. While it works it moves the current folder, and at the end puts it back.
+// Callers rely on how a path is read: "\" alone separates. With a ":" anywhere, its first character
+// is a drive to be made current (one that cannot be is ignored) and its first three characters are
+// no names. With "\" as its first or third character it starts at the root of the current drive;
+// without a drive the first character is dropped then, so "ab\c" makes "\b\c".
 KVUTILS_API void MakeFolder(const char* path);
 
 // Creates the folder that is to hold the file: ":" behind a drive and "/" count as "\", and what
@@ -215,8 +215,8 @@ class KVUTILS_API FindFiles {
   ~FindFiles();
 
   // Searches the source folder and, if asked, its subfolders, each when it is met, and appends what
-  // it finds in the order of the file system. Callers rely on it: a second run appends the same
-  // files again.
+  // it finds in the order of the file system; nothing when memory is short (std::bad_alloc).
+  // Callers rely on it: a second run appends the same files again.
   void Run(bool recursive);
 
   [[nodiscard]] unsigned int GetNumberFiles() const;
