@@ -9,8 +9,9 @@ for flag in HIGH_ENTROPY_VA DYNAMIC_BASE NX_COMPAT; do
   esac
 done
 # The stack protector reports through this function, fortified calls through __chk_fail; both are linked in.
+# Assertions of the standard library report through a function of its DLL.
 symbols=$("$OBJDUMP" -t "$1.debug")
-for symbol in __stack_chk_fail __chk_fail; do
+for symbol in __stack_chk_fail __chk_fail glibcxx_assert_fail; do
   case $symbols in
     *"$symbol"*) ;;
     *) echo "the DLL holds no $symbol: its guards are off"; exit 1 ;;
