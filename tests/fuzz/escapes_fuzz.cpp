@@ -1,5 +1,6 @@
 // The backslash escapes beside a reader of one character after the other.
 #include <string>
+#include <string_view>
 
 #include "tests/fuzz/support/guarded_copy.h"
 #include "tests/fuzz/support/target.h"
@@ -9,18 +10,10 @@ namespace kv::fuzz {
 namespace {
 
 char Escaped(char c) {
-  switch (c) {
-    case 'n':
-      return '\n';
-    case 'r':
-      return '\r';
-    case 's':
-      return ' ';
-    case 't':
-      return '\t';
-    default:
-      return c;
-  }
+  constexpr std::string_view kLetters = "nrst";
+  constexpr std::string_view kMeanings = "\n\r \t";
+  const std::size_t place = kLetters.find(c);
+  return place == std::string_view::npos ? c : kMeanings[place];
 }
 
 int HexValue(char c) {

@@ -118,7 +118,7 @@ void CheckUtf8(Input input) {
   Expect("content", std::string_view(bytes.get(), content.size() + 1), content + '\0');
 }
 
-constexpr int kCount = 2000;
+constexpr int kCount = 500;
 
 const Registration kFolderLists(
     {.name = "folder_lists",

@@ -149,7 +149,7 @@ const Registration kTarget({.name = "text_file",
                                       "# x\r\n\r\r\n \v\f\ne d\n"},
                             .words = {"\r\n", "}\n", "! ", "\x1A", "0x1p3", "infinity", "1e-320",
                                       "e", "\v"},
-                            .count = 2000});
+                            .count = 500});
 
 }  // namespace
 }  // namespace kv::fuzz
