@@ -4,11 +4,25 @@
 #include <cstdint>
 
 #include "tests/sanitizer/globals.h"
+#include "tests/sanitizer/heap.h"
 #include "tests/sanitizer/imports.h"
 #include "tests/sanitizer/report.h"
 #include "tests/sanitizer/shadow.h"
 
 using kv::sanitizer::Address;
+
+namespace {
+
+// Before the constructors of any module that it watches: the compiler registers globals with the
+// priority 99.
+[[gnu::constructor(98)]] void Start() {
+  kv::sanitizer::MapShadow();
+  kv::sanitizer::CreateHeap();
+  kv::sanitizer::WatchTraps();
+  kv::sanitizer::CheckCallsOfCppLibrary();
+}
+
+}  // namespace
 
 #define KVASAN_EXPORT extern "C" __declspec(dllexport)
 

@@ -25,8 +25,19 @@ bool IsNew(HMODULE module) {
   return false;
 }
 
+HMODULE ModuleAt(const void* address) {
+  HMODULE module = nullptr;
+  ::GetModuleHandleExW(
+      GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+      static_cast<const wchar_t*>(address), &module);
+  return module;
+}
+
+// A program that holds the sanitizer itself keeps its calls: they are the sanitizer's as well.
+bool IsOwn(HMODULE module) { return module == ModuleAt(g_modules); }
+
 void CheckCallsOf(HMODULE module) {
-  if (module == nullptr || !IsNew(module)) return;
+  if (module == nullptr || IsOwn(module) || !IsNew(module)) return;
   kv::test::ForEachImport(module, [](const char* name, void** slot) {
     for (const auto& calls : {AllocationCalls(), TextCalls(), SystemCalls()}) {
       for (const CheckedCall& call : calls) {
@@ -38,13 +49,7 @@ void CheckCallsOf(HMODULE module) {
 
 }  // namespace
 
-void CheckCallsOfModuleAt(const void* address) {
-  HMODULE module = nullptr;
-  ::GetModuleHandleExW(
-      GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-      static_cast<const wchar_t*>(address), &module);
-  CheckCallsOf(module);
-}
+void CheckCallsOfModuleAt(const void* address) { CheckCallsOf(ModuleAt(address)); }
 
 void CheckCallsOfCppLibrary() { CheckCallsOf(::GetModuleHandleW(L"libstdc++-6.dll")); }
 
