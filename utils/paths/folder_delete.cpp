@@ -28,11 +28,17 @@ std::size_t NamesOfRoot(const std::vector<std::wstring>& names) {
 
 // True for a drive alone, which the system takes for the current folder of that drive, and for
 // every way to write a root.
-bool IsDriveOrRoot(const WidePath& path) {
+bool IsDriveOrRoot(const WidePath& path, const std::wstring& fullPath) {
   if (path.View().ends_with(L':')) return true;
   std::vector<std::wstring> names;
-  GetTokens(names, kv::internal::FullPath(path), '\\');
+  GetTokens(names, fullPath, '\\');
   return names.size() <= NamesOfRoot(names);
+}
+
+// A shell that has no room for the full form of a path deletes what is in the current folder.
+bool IsRemovable(const WidePath& path) {
+  const std::wstring fullPath = kv::internal::FullPath(path);
+  return fullPath.size() < MAX_PATH && !IsDriveOrRoot(path, fullPath);
 }
 
 void ShellDelete(std::wstring_view path) {
@@ -58,7 +64,7 @@ void DeleteFolder(const char* folder) {
   if (text.size() >= kPathSize) return;
   if (text.ends_with('\\')) text.remove_suffix(1);
   const WidePath path(PathText(text).Get());
-  if (!path.IsEmpty() && !IsDriveOrRoot(path)) ShellDelete(path.View());
+  if (!path.IsEmpty() && IsRemovable(path)) ShellDelete(path.View());
 }
 
 void DeleteFolder(const char* folder, const char* mask) {

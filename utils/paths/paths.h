@@ -145,12 +145,13 @@ class KVUTILS_API KelvarisPath {
 };
 
 // Creates the folder and its missing parents; does nothing when a file or folder of that name
-// exists, for an empty path, for one over 259 UTF-16 units and while the current folder cannot be
-// told. Reports nothing. While it works it moves the current folder, and at the end puts it back.
-// Callers rely on how a path is read: "\" alone separates. With a ":" anywhere, its first character
-// is a drive to be made current (one that cannot be is ignored) and its first three characters are
-// no names. With "\" as its first or third character it starts at the root of the current drive;
-// without a drive the first character is dropped then, so "ab\c" makes "\b\c".
+// exists, for an empty path, for one over 259 UTF-16 units and, if the path has a "\" or ":", while
+// the current folder cannot be told. Reports nothing. While it works it moves the current folder,
+// and at the end puts it back. Callers rely on how a path is read: "\" alone separates. With a ":"
+// anywhere, its first character is a drive to be made current (one that cannot be is ignored) and
+// its first three characters are no names. With "\" as its first or third character it starts at
+// the root of the current drive; without a drive the first character is dropped then, so "ab\c"
+// makes "\b\c".
 KVUTILS_API void MakeFolder(const char* path);
 
 // Creates the folder that is to hold the file: ":" behind a drive and "/" count as "\", and what
@@ -251,7 +252,7 @@ KVUTILS_API void RenameUpdatedFiles(const char* folder);
 // Deletes a folder, with or without a trailing "\", and all that is in it for good, without asking.
 // The shell may show its progress and its errors; it takes "*" and "?" in the last name for a
 // pattern and follows links as it sees fit. The root of a drive, share, volume or device is left
-// alone.
+// alone, and so is a path whose full form is longer than 259 units.
 KVUTILS_API void DeleteFolder(const char* folder);
 
 // Deletes the files of the folder that match the mask as the system matches names, read-only ones
@@ -267,7 +268,7 @@ KVUTILS_API void CopyFolder(const char* from, const char* folder, HWND__* owner)
 // Copies all that is in the folder `source` into `target`, replacing what is there, without any
 // question or message. True when the shell reports success. Callers rely on the end of the process
 // (0xC0000417) when `source` and "\*", or `target`, is longer than 259 units. False for an empty
-// text and one that holds a NUL.
+// text, one that holds a NUL, and one whose full form is longer than that.
 KVUTILS_API bool CopyDirTo(const std::wstring& source, const std::wstring& target);
 
 // Copies each file of `sources` to the path at the same place of `targets`, as far as both lists
