@@ -21,11 +21,6 @@ bool IsText(const std::wstring& text) {
   return !text.empty() && text.find(L'\0') == std::wstring::npos;
 }
 
-// A shell that has no room for the full form of a path takes another one.
-bool FitsInShell(const std::wstring& path) {
-  return ::GetFullPathNameW(path.c_str(), 0, nullptr, nullptr) <= MAX_PATH;
-}
-
 // A file of a folder; over-long when it does not fit in a path buffer.
 PathText FileIn(const char* folder, const std::string& name) {
   PathText path;
@@ -57,7 +52,6 @@ bool CopyDirTo(const std::wstring& source, const std::wstring& target) {
     kv::internal::FailFast(kv::internal::FatalError::kInvalidParameter);
   }
   if (!IsText(source) || !IsText(target)) return false;
-  if (!FitsInShell(everything) || !FitsInShell(target)) return false;
   const std::wstring from = everything + L'\0';  // a second NUL ends each list of paths
   const std::wstring to = target + L'\0';
   SHFILEOPSTRUCTW operation = {};

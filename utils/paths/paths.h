@@ -268,7 +268,7 @@ KVUTILS_API void CopyFolder(const char* from, const char* folder, HWND__* owner)
 // Copies all that is in the folder `source` into `target`, replacing what is there, without any
 // question or message. True when the shell reports success. Callers rely on the end of the process
 // (0xC0000417) when `source` and "\*", or `target`, is longer than 259 units. False for an empty
-// text, one that holds a NUL, and one whose full form is longer than that.
+// text and one that holds a NUL.
 KVUTILS_API bool CopyDirTo(const std::wstring& source, const std::wstring& target);
 
 // Copies each file of `sources` to the path at the same place of `targets`, as far as both lists
