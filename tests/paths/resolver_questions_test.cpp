@@ -209,6 +209,8 @@ TEST_F(ResolverQuestions, AreNotAskedAboutOverlongPaths) {
   EXPECT_EQ(NotedDisk::TakeNotes(), Questions("list U:" + longest + " W:" + longest));
   EXPECT_EQ(resolver.GetPath((longest + "n").c_str()), nullptr);
   EXPECT_EQ(NotedDisk::TakeNotes(), Questions("list"));
+  EXPECT_EQ(resolver.GetPath(std::string(519, 'n').c_str()), nullptr);
+  EXPECT_EQ(NotedDisk::TakeNotes(), Questions("list"));
   EXPECT_EQ(resolver.GetPath(std::string(520, 'n').c_str()), nullptr);
   EXPECT_EQ(NotedDisk::TakeNotes(), Texts());
   KelvarisPath::SetLocaleFolder(std::string(5000, 'l').c_str());
@@ -219,6 +221,19 @@ TEST_F(ResolverQuestions, AreNotAskedAboutOverlongPaths) {
   KelvarisPath::sFeaturePackFileNames = {""};
   EXPECT_EQ(resolver.GetPath("a"), nullptr);
   EXPECT_EQ(NotedDisk::TakeNotes(), Questions("U:a W:a"));
+}
+
+TEST_F(ResolverQuestions, AreTheSameForAnAnswerInItsBufferAsForACopy) {
+  Hold("U:m\\a");
+  const char* own = resolver.GetPath("m:a");
+  ASSERT_NE(own, nullptr);
+  const std::string copy = own;
+  NotedDisk::TakeNotes();
+  EXPECT_EQ(resolver.GetPath(own), nullptr);
+  const Texts ofOwn = NotedDisk::TakeNotes();
+  EXPECT_EQ(resolver.GetPath(copy.c_str()), nullptr);
+  EXPECT_EQ(NotedDisk::TakeNotes(), ofOwn);
+  EXPECT_EQ(ofOwn.size(), 7U);
 }
 
 TEST_F(ResolverQuestions, AreAskedAgainByTheNextCall) {

@@ -1,5 +1,5 @@
-// The counted converters take ASCII in blocks and other characters in runs. What stands at the
-// borders of these, and how many of them there are, does not show.
+// The counted converters take ASCII in blocks and other characters one at a time. What stands at
+// the borders of the blocks, and how many of them there are, does not show.
 #include <gtest/gtest.h>
 
 #include <algorithm>

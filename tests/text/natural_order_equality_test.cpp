@@ -6,10 +6,12 @@
 
 #include "tests/reference/natural_order.h"
 #include "tests/support/guarded_pages.h"
+#include "utils/internal/number_scan.h"
 #include "utils/text/text.h"
 
 namespace {
 
+using kv::internal::BeginsWithEightDigits;
 using kv::test::GuardedPages;
 
 class Names {
@@ -82,6 +84,23 @@ class Names {
   std::mt19937 random_{20240307};
 };
 
+TEST(EightDigits, AreSeenWhereNoOtherByteStandsAmongThemAndThePageGoesOn) {
+  const GuardedPages pages(8);
+  char* const text = pages.PutFirst("90123456\xFF");
+  EXPECT_TRUE(BeginsWithEightDigits(text));
+  EXPECT_TRUE(BeginsWithEightDigits(pages.PutLast("12345678")));
+  EXPECT_FALSE(BeginsWithEightDigits(pages.PutLast("1234567")));
+  for (std::size_t place = 0; place < 8; ++place) {
+    for (unsigned byte = 0; byte < 256; ++byte) {
+      SCOPED_TRACE(testing::Message() << byte << " at " << place);
+      const char digit = text[place];
+      text[place] = static_cast<char>(byte);
+      EXPECT_EQ(BeginsWithEightDigits(text), byte >= '0' && byte <= '9');
+      text[place] = digit;
+    }
+  }
+}
+
 TEST(NaturalOrderEquality, ComparesMillionsOfPairs) {
   constexpr std::size_t kRoom = 512;
   constexpr int kPairs = 3'000'000;
@@ -91,7 +110,8 @@ TEST(NaturalOrderEquality, ComparesMillionsOfPairs) {
   std::string other;
   for (int i = 0; i < kPairs; ++i) {
     const std::string name = names.Next(other);
-    const char* a = pages.PutLast(std::string_view(name.c_str(), name.size() + 1));
+    const std::string_view text(name.c_str(), name.size() + 1);
+    const char* a = i % 2 == 0 ? pages.PutLast(text) : pages.PutFirst(text);
     const char* b = otherPages.PutLast(std::string_view(other.c_str(), other.size() + 1));
     const int expected = kv::reference::CompareNatural(a, b);
     ASSERT_EQ(CompareStringWithNumber(a, b), expected)

@@ -10,6 +10,7 @@
 
 namespace {
 
+using kv::internal::IsKnownShort;
 using kv::internal::TextLength;
 using kv::test::GuardedPages;
 
@@ -61,6 +62,23 @@ TEST(TextLength, StaysInThePagesOfTheText) {
     SCOPED_TRACE(length);
     ExpectLength(pages.End() - length - 1, length);
     ExpectLength(pages.Begin(), length);
+  }
+}
+
+// Seven bytes and the NUL are a short text. One that begins in the last seven bytes of its page is
+// not known to be one.
+TEST(KnownShort, IsATextOfLessThanEightBytesThatIsAllInItsPage) {
+  constexpr char kBytes[] = {'\x01', 'a', '\x7F', '\x80', '\x81', '\xFF'};
+  const GuardedPages pages(1);
+  for (const char byte : kBytes) {
+    for (std::size_t length = 0; length <= 16; ++length) {
+      SCOPED_TRACE(testing::Message() << length << " times " << testing::PrintToString(byte));
+      std::fill(pages.Begin(), pages.End(), byte);
+      pages.Begin()[length] = '\0';
+      EXPECT_EQ(IsKnownShort(pages.Begin()), length < 8);
+      pages.End()[-1] = '\0';
+      EXPECT_EQ(IsKnownShort(pages.End() - length - 1), length == 7);
+    }
   }
 }
 

@@ -50,18 +50,6 @@ KVUTILS_READS_WHOLE_BLOCKS inline bool IsKnownShort(const char* text) {
   return ((bytes - EightTimes(0x01)) & ~bytes & EightTimes(0x80)) != 0;
 }
 
-// Whether a text begins with eight decimal digits. False, too, where its page ends before them.
-//
-// The digits are 0x30 to 0x39: of the bytes with that high half, those that six more leave in it.
-KVUTILS_READS_WHOLE_BLOCKS inline bool BeginsWithEightDigits(const char* text) {
-  if (!LieInOnePage<sizeof(std::uint64_t)>(text)) return false;
-  std::uint64_t bytes;
-  std::memcpy(&bytes, text, sizeof bytes);
-  const auto highHalf = [](std::uint64_t eight) { return eight & EightTimes(0xF0); };
-  return highHalf(bytes) == EightTimes(0x30) &&
-         highHalf(bytes + EightTimes(0x06)) == EightTimes(0x30);
-}
-
 }  // namespace kv::internal
 
 #endif  // KVUTILS_UTILS_INTERNAL_TEXT_LENGTH_H_

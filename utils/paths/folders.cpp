@@ -20,7 +20,9 @@ class ScopedCurrentFolder {
   ScopedCurrentFolder() : folder_(kv::internal::CurrentFolder()) {}
   ScopedCurrentFolder(const ScopedCurrentFolder&) = delete;
   ScopedCurrentFolder& operator=(const ScopedCurrentFolder&) = delete;
-  ~ScopedCurrentFolder() { ::_wchdir(folder_.c_str()); }
+  ~ScopedCurrentFolder() {
+    if (IsKnown()) ::_wchdir(folder_.c_str());
+  }
 
   // Without a way back nobody may go away.
   [[nodiscard]] bool IsKnown() const { return !folder_.empty(); }
@@ -45,6 +47,10 @@ void MakeFolder(const char* path) {
     return;
   }
   const std::wstring_view text = widePath.View();
+  if (text.find_first_of(L":\\") == std::wstring_view::npos) {
+    ::_wmkdir(widePath.Get());
+    return;
+  }
   const ScopedCurrentFolder currentFolder;
   if (!currentFolder.IsKnown()) return;
   std::size_t skipped = 0;

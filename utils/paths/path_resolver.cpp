@@ -57,8 +57,7 @@ class NameSearch {
 };
 
 // The answer for a name that the writable folder does not have in the language. The name may lie
-// where the search itself writes: in the result buffer, or in the add-on's folder, which is read on
-// the way.
+// in the add-on's folder, a public text that the search itself reads on the way.
 const char* FindElsewhere(NameSearch& search, std::string_view languageFolder,
                           std::string_view name) {
   const NameText own(name);

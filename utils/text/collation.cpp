@@ -45,10 +45,10 @@ Verdict Reconsider(Verdict verdict, const char* a, const char* b, unsigned flags
 }
 
 // What the first difference of two names decides, once there is a code page and its order known.
-inline Verdict CompareAtOnce(const char* a, const char* b, unsigned flags,
+inline Verdict CompareAtOnce(const char* a, const char* b, bool stringSort,
                              Parentheses parentheses) {
   if (CurrentCodePage() == kNoCodePage || a == nullptr || b == nullptr) return Verdict::kUndecided;
-  const CollationRanks& ranks = RanksUnder(flags).Current();
+  const CollationRanks& ranks = RanksUnder(ComparisonFlags(stringSort)).Current();
   if (!ranks.isPrintableKnown) return Verdict::kUndecided;
   return CompareAtFirstDifference(a, b, WeightsOf(ranks, parentheses));
 }
@@ -80,7 +80,7 @@ int CompareWholeAsteroids(const char* a, const char* b) {
 }  // namespace
 
 int CompareStrings(const char* a, const char* b, bool stringSort) {
-  const Verdict verdict = CompareAtOnce(a, b, ComparisonFlags(stringSort), Parentheses::kCompared);
+  const Verdict verdict = CompareAtOnce(a, b, stringSort, Parentheses::kCompared);
   return IsDecided(verdict) ? static_cast<int>(verdict) : CompareWholeStrings(a, b, stringSort);
 }
 
@@ -123,7 +123,7 @@ int CompareNoCaseStrings(const char* a, const char* b) {
 }
 
 int CompareAsterNameWithNumber(const char* a, const char* b) {
-  const Verdict verdict = CompareAtOnce(a, b, ComparisonFlags(false), Parentheses::kDropped);
+  const Verdict verdict = CompareAtOnce(a, b, false, Parentheses::kDropped);
   return IsDecided(verdict) ? static_cast<int>(verdict) : CompareWholeAsteroids(a, b);
 }
 

@@ -11,7 +11,8 @@
 namespace kv::internal {
 namespace {
 
-// Of all marks that join the letter before them, those of Latin and Cyrillic names.
+// Of the marks that join the letter before them, those by which an order may make other letters:
+// the first four make letters of Cyrillic ones, the cedilla of Latin ones.
 constexpr wchar_t kMarks[] = {0x300, 0x301, 0x306, 0x308, 0x327};
 
 struct Letter {
@@ -19,7 +20,7 @@ struct Letter {
   CollationWeight weight;
 };
 
-constexpr bool IsLower(Letter a, Letter b) { return a.weight < b.weight; }
+constexpr bool IsBelow(Letter a, Letter b) { return a.weight < b.weight; }
 
 // The letters that have a rank, in its order, and a digit before them.
 class RankedLetters {
@@ -31,7 +32,7 @@ class RankedLetters {
       Add(L'A', L'Z', ranks);
       Add(kFirstLetter, kLastLetter, ranks);
     }
-    std::sort(letters_.begin(), end_, IsLower);
+    std::sort(letters_.data(), end_, IsBelow);
   }
   RankedLetters(const RankedLetters&) = delete;
   RankedLetters& operator=(const RankedLetters&) = delete;
@@ -42,11 +43,11 @@ class RankedLetters {
   // The first letter of the rank, and the first behind it.
   [[nodiscard]] const Letter* FirstOf(Letter letter) const {
     letter.weight = static_cast<CollationWeight>(letter.weight / kVariants * kVariants);
-    return std::lower_bound(begin(), end(), letter, IsLower);
+    return std::lower_bound(begin(), end(), letter, IsBelow);
   }
   [[nodiscard]] const Letter* Behind(Letter letter) const {
     letter.weight = static_cast<CollationWeight>(letter.weight | (kVariants - 1));
-    return std::upper_bound(begin(), end(), letter, IsLower);
+    return std::upper_bound(begin(), end(), letter, IsBelow);
   }
 
  private:

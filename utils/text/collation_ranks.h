@@ -4,6 +4,7 @@
 
 #include <array>
 #include <atomic>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <tuple>
@@ -21,11 +22,16 @@ inline constexpr CollationWeight kIgnored = 1;    // counts when nothing else do
 inline constexpr CollationWeight kLeadByte = 2;   // of two bytes that are one character
 inline constexpr CollationWeight kUnknown = 3;    // the system decides
 inline constexpr CollationWeight kUnlearned = 4;  // a letter that the system has not been asked of
-inline constexpr CollationWeight kSkipped = 63;   // not part of the text, as "(" of an asteroid
 inline constexpr CollationWeight kVariants = 64;
 inline constexpr CollationWeight kFirstOrdinary = kVariants;
+// Not part of the text, as "(" of an asteroid. Where two texts have it at one place they go on, as
+// they do where they have the same ordinary character: hence its place next to those.
+inline constexpr CollationWeight kSkipped = kFirstOrdinary - 1;
 
-constexpr bool HaveOneRank(unsigned a, unsigned b) { return (a ^ b) < kVariants; }
+constexpr bool HaveOneRank(unsigned a, unsigned b) {
+  static_assert(std::has_single_bit(kVariants));
+  return (a ^ b) < kVariants;
+}
 
 // The weights of single bytes, in place of which the texts are compared.
 using ByteWeights = std::array<CollationWeight, 256>;

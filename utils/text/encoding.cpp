@@ -58,7 +58,7 @@ int utf8_to_isolat1(char* out, int& outLen, const char* in, int inLen) {
 
 int utf16_to_utf8(char* out, int& outLen, const wchar_t* in, int inLen) {
   if (!HasUnit(out, outLen, in, inLen)) return CountUtf16ToUtf8(out, outLen, in, inLen);
-  if (inLen < kBlock && outLen >= 3 * inLen) return ShortUtf16ToUtf8(out, in, inLen);
+  if (inLen < kBlock && outLen >= kMostBytesOfUnit * inLen) return ShortUtf16ToUtf8(out, in, inLen);
   if (inLen >= kBlock && ConvertAscii(out, outLen, in, inLen)) return inLen;
   return MixedUtf16ToUtf8(out, outLen, in, inLen);
 }

@@ -10,7 +10,9 @@ int CountUtf8ToIsolat1(char* out, int& outLen, const char* in, int inLen);
 int CountUtf16ToUtf8(char* out, int& outLen, const wchar_t* in, int inLen);
 int CountUtf8ToUtf16(wchar_t* out, int& outLen, const char* in, int inLen);
 
-// One character at a time, for a text that is not empty and ample room: three bytes for a unit of
+inline constexpr int kMostBytesOfUnit = 3;  // in UTF-8, for each of UTF-16
+
+// One character at a time, for a text that is not empty and ample room: so many bytes for a unit of
 // UTF-16, one unit for a byte of UTF-8.
 int ShortUtf16ToUtf8(char* out, const wchar_t* in, int inLen);
 int ShortUtf8ToUtf16(wchar_t* out, const char* in, int inLen);

@@ -81,19 +81,20 @@ inline bool AreFourAscii(const In* in) {
   return IsAscii(Unit(in[0]) | Unit(in[1]) | Unit(in[2]) | Unit(in[3]));
 }
 
-// Passes characters up to a malformed one, or to where four of ASCII begin a block. Fewer of them
-// between others, a space mostly, are taken with these.
+// Passes characters up to a malformed one, or to where four of ASCII begin a block that is not the
+// last. Fewer of them between others, a space mostly, are taken with these, and so is a text of
+// less than a block.
 template <typename Out, typename In>
 inline void PassCharacters(Place<Out, In>& place) {
   Out* out = place.out;
   const In* in = place.in;
   const In* const end = place.end;
-  const In* const blocksEnd = place.Left() >= kAsciiBlock ? end - kAsciiBlock : in;
+  const In* const lastBlock = place.Left() >= kAsciiBlock ? end - kAsciiBlock : in;
   while (in != end) {
     if (!IsAscii(Unit(*in))) {
       if (!PassCharacter(out, in, end)) break;
     } else {
-      if (in < blocksEnd && AreFourAscii(in)) break;
+      if (in < lastBlock && AreFourAscii(in)) break;
       *out++ = static_cast<Out>(*in++);
     }
   }
@@ -167,7 +168,7 @@ int ShortUtf8ToUtf16(wchar_t* out, const char* in, int inLen) {
 }
 
 int MixedUtf16ToUtf8(char* out, int& outLen, const wchar_t* in, int inLen) {
-  return ConvertMixed<3, CountUtf16ToUtf8>(out, outLen, in, inLen);
+  return ConvertMixed<kMostBytesOfUnit, CountUtf16ToUtf8>(out, outLen, in, inLen);
 }
 
 int MixedUtf8ToUtf16(wchar_t* out, int& outLen, const char* in, int inLen) {

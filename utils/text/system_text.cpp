@@ -5,6 +5,7 @@
 namespace kv::internal {
 
 SystemText::SystemText(unsigned codePage, const char* text, int size) {
+  short_[0] = L'\0';
   if (text == nullptr) return;
   isValid_ = true;
   if (size == 0) return;
