@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "tests/support/case_checks.h"
 #include "tests/support/files.h"
 
 namespace kv::test {
@@ -51,6 +52,8 @@ TEST(ClipboardChild, DISABLED_Writes) {
   ASSERT_EQ(::GlobalSize(block), bytes.size());
   std::memcpy(::GlobalLock(block), bytes.data(), bytes.size());
   ::GlobalUnlock(block);
+  // Into a text of an odd size Wine writes a terminator of which one byte lies behind the block.
+  if (bytes.size() % sizeof(wchar_t) != 0) LeaveHeapsUnchecked();
   EXPECT_EQ(::SetClipboardData(ChildFormat(), block), block) << ::GetLastError();
 }
 
