@@ -233,7 +233,7 @@ TEST_F(ResolverQuestions, AreTheSameForAnAnswerInItsBufferAsForACopy) {
   const Texts ofOwn = NotedDisk::TakeNotes();
   EXPECT_EQ(resolver.GetPath(copy.c_str()), nullptr);
   EXPECT_EQ(NotedDisk::TakeNotes(), ofOwn);
-  EXPECT_EQ(ofOwn.size(), 7U);
+  EXPECT_EQ(ofOwn.size(), 9U);
 }
 
 TEST_F(ResolverQuestions, AreAskedAgainByTheNextCall) {
