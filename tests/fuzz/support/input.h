@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstring>
 #include <initializer_list>
 #include <string>
 #include <string_view>
@@ -24,7 +23,7 @@ class Input {
     static_assert(std::is_arithmetic_v<Number> && !std::is_same_v<Number, bool>);
     Number number{};
     const std::size_t size = std::min(sizeof(Number), bytes_.size());
-    std::memcpy(&number, bytes_.data() + bytes_.size() - size, size);
+    bytes_.copy(reinterpret_cast<char*>(&number), size, bytes_.size() - size);
     bytes_.remove_suffix(size);
     return number;
   }
