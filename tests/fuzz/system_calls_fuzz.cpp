@@ -169,8 +169,8 @@ std::string FolderOf(std::string path) {
 }
 
 Texts TakeSteps() {
-  // The last one goes back to where the process was.
-  if (!g_calls.empty()) g_calls.pop_back();
+  // The last one goes back to where the process was, if it may have left.
+  if (!g_calls.empty() && g_calls.back().starts_with("chdir")) g_calls.pop_back();
   return std::exchange(g_calls, {});
 }
 
