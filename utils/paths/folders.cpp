@@ -47,12 +47,9 @@ void MakeFolder(const char* path) {
     return;
   }
   const std::wstring_view text = widePath.View();
-  if (text.find_first_of(L":\\") == std::wstring_view::npos) {
-    ::_wmkdir(widePath.Get());
-    return;
-  }
   const ScopedCurrentFolder currentFolder;
-  if (!currentFolder.IsKnown()) return;
+  const bool goesAway = text.find_first_of(L":\\") != std::wstring_view::npos;
+  if (goesAway && !currentFolder.IsKnown()) return;
   std::size_t skipped = 0;
   if (text.find(L':') != std::wstring_view::npos) {
     ChangeDrive(text.front());
