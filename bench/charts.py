@@ -11,7 +11,8 @@ matplotlib.use("svg")
 import matplotlib.pyplot as plt  # noqa: E402 (after the choice of the backend)
 from matplotlib.patches import Patch  # noqa: E402
 
-from report import is_limit, limit_name, ratio_text, time_text  # noqa: E402
+from report import Operations, Times, is_limit, limit_name  # noqa: E402
+from report import median, ratio_text, ratios, time_text  # noqa: E402
 
 TEXT = "#7a828c"
 LIBRARY = "#2f7fe0"
@@ -46,29 +47,32 @@ def order(form: str) -> int:
     return 3 if is_limit(form) else {"library": 0, "plain": 1}.get(form, 2)
 
 
-def bars(operations: dict[str, dict[str, float]]) -> list[tuple[float, str, float, str]]:
+def bars(operations: Operations) -> list[tuple[float, str, float, str]]:
     """The place, form, relative time and caption of each bar."""
     result, place = [], 0.0
     for times in operations.values():
-        unit = times.get("plain", times["library"])
+        # Ratios of rounds, as in the table, and not of medians.
+        against = {"library": 1.0, **ratios(times)}
+        unit = against.get("plain", 1.0)
         for form in shown_forms(times, len(operations)):
-            caption = f" {limit_name(form) if is_limit(form) else form}  {time_text(times[form])}"
+            name = limit_name(form) if is_limit(form) else form
+            caption = f" {name}  {time_text(median(times, form))}"
             if form == "library" and "plain" in times:
-                caption += f"  {ratio_text(unit / times[form])}"
-            result.append((place, form, times[form] / unit, caption))
+                caption += f"  {ratio_text(unit)}"
+            result.append((place, form, against[form] / unit, caption))
             place += 1
         place += 1
     return result
 
 
-def shown_forms(times: dict[str, float], operations: int) -> list[str]:
+def shown_forms(times: Times, operations: int) -> list[str]:
     forms = sorted(times, key=order)
     if operations > OPERATIONS_IN_FULL:
         forms = [form for form in forms if form == "library" or is_limit(form)]
     return forms
 
 
-def draw(operations: dict[str, dict[str, float]], path: Path) -> None:
+def draw(operations: Operations, path: Path) -> None:
     drawn = bars(operations)
     left = min(time for _, _, time, _ in drawn) / 2
     right = max(time for _, _, time, _ in drawn)
@@ -98,7 +102,7 @@ def draw(operations: dict[str, dict[str, float]], path: Path) -> None:
         plt.close(figure)
 
 
-def operation_middles(operations: dict[str, dict[str, float]]) -> dict[str, float]:
+def operation_middles(operations: Operations) -> dict[str, float]:
     """Where the name of each operation stands: beside the middle of its bars."""
     result, place = {}, 0
     for operation, times in operations.items():

@@ -257,7 +257,7 @@ void kv::bench::RegisterComparisons() {
       return sort();
     };
     Comparison(group.operation)
-        .Repeat(3)
+        .CallOnceIn(kFewRounds)
         .Add("library", library)
         .Add("plain", Sorting(group.names, group.plain))
         .Add("CompareStringEx of UTF-16",

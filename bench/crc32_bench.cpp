@@ -88,7 +88,7 @@ void kv::bench::RegisterComparisons() {
        {1U, 4U, 8U, 16U, 31U, 64U, 127U, 256U, 4U << 10, 1U << 20, 64U << 20}) {
     const auto bytes = std::make_shared<const Bytes>(Noise(size));
     Comparison comparison("crc32::Get, " + Amount(size));
-    if (size > 16U << 20) comparison.Repeat(7);
+    if (size > 16U << 20) comparison.CallOnceIn(kFewRounds);
     for (const Form& form : Forms())
       comparison.Add(form.name, [bytes, form] { return form.checksum(*bytes); });
     comparison.Add("limit: reading the memory", [bytes] { return ReadAll(*bytes); });

@@ -135,10 +135,11 @@ Input FewLetters(std::size_t haySize, std::size_t needleSize, unsigned letters) 
 
 constexpr int kAsAlways = 0;
 
-void Compare(const std::string& operation, Input input, int repetitions = kAsAlways) {
+// In `rounds` rounds of one call each, if it is not kAsAlways.
+void Compare(const std::string& operation, Input input, int rounds = kAsAlways) {
   const auto shared = std::make_shared<const Input>(std::move(input));
   kv::bench::Comparison comparison("MemorySearch, " + operation);
-  comparison.Repeat(repetitions);
+  if (rounds != kAsAlways) comparison.CallOnceIn(rounds);
   for (const Form& form : kForms)
     comparison.Add(form.name, [shared, form] { return form.search(*shared); });
   comparison.Add("limit: reading the memory", [shared] { return kv::bench::ReadAll(shared->hay); });
@@ -167,18 +168,16 @@ void kv::bench::RegisterComparisons() {
     Compare(std::to_string(size) + " bytes, needle 4", AtTheEnd(Noise(size), 4));
   for (const std::size_t needle : {1U, 4U, 16U, 64U})
     Compare("65535 bytes, needle " + std::to_string(needle), AtTheEnd(Noise(65535), needle));
-  constexpr int kFewRepetitions = 5;
   for (const std::size_t needle : {4U, 16U, 64U})
     Compare("64 MiB, needle " + std::to_string(needle), AtTheEnd(Noise(64U << 20), needle),
-            kFewRepetitions);
-  Compare("64 MiB of prose, needle 16", AtTheEnd(Prose(64U << 20), 16), kFewRepetitions);
+            kFewRounds);
+  Compare("64 MiB of prose, needle 16", AtTheEnd(Prose(64U << 20), 16), kFewRounds);
   for (const std::size_t size : {64U, 1000U})
     Compare(std::to_string(size) + " times a, needle aba", Repetitive(size, 3, 1));
   for (const std::size_t place : {1U, 8U, 14U})
     Compare("1 MiB of a, needle 16 with b at " + std::to_string(place),
-            Repetitive(1U << 20, 16, place), kFewRepetitions);
-  Compare("65535 times a, needle 4096 with b at 2048", Repetitive(65535, 4096, 2048),
-          kFewRepetitions);
+            Repetitive(1U << 20, 16, place));
+  Compare("65535 times a, needle 4096 with b at 2048", Repetitive(65535, 4096, 2048));
   for (const std::size_t size : {100U, 8192U}) {
     const std::string hay = std::to_string(size) + " bytes of ";
     Compare(hay + "axx, needle ayya", Periodic("axx", size, "ayya"));

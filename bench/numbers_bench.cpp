@@ -15,6 +15,7 @@
 
 namespace {
 
+using kv::bench::kFewRounds;
 using kv::reference::LineReader;
 
 using ScanFunction = int (*)(const char*, const char*, ...);
@@ -23,7 +24,6 @@ constexpr int kColumns = 5;
 constexpr int kDifferentRows = 20'000;
 constexpr int kRows = 1'000'000;
 constexpr int kFewRows = 400;
-constexpr int kRepetitions = 3;
 constexpr int kLineSize = 4096;
 
 constexpr struct {
@@ -149,7 +149,7 @@ template <typename Value>
 void CompareRows(const std::string& what, const std::shared_ptr<TemporaryFile>& file,
                  const char* format) {
   kv::bench::Comparison comparison("Readln, 1000000 rows of five " + what);
-  comparison.Repeat(kRepetitions)
+  comparison.CallOnceIn(kFewRounds)
       .Add("library", [file] { ReadByLibrary<Value>(file->Path()); })
       .Add("plain",
            [file, format] { ReadByScan<Value, LineReader>(file->Path(), format, std::sscanf); })
@@ -166,7 +166,7 @@ void CompareRows(const std::string& what, const std::shared_ptr<TemporaryFile>& 
 
 void CompareLines(const std::shared_ptr<TemporaryFile>& file) {
   kv::bench::Comparison("Readln, 1000000 rows as text")
-      .Repeat(kRepetitions)
+      .CallOnceIn(kFewRounds)
       .Add("library",
            [file] {
              MTextFile reader;

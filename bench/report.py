@@ -4,9 +4,9 @@
 usage: report.py COMMAND --measured FOLDER ...      report.py COMMAND --help tells the rest
 
 The folder holds a file GROUP.json of Google Benchmark for each group. A benchmark is named
-OPERATION/FORM; the forms are "library", "plain", "limit ..." and peers (support/comparison.h). Of
-every form the median counts, and of two forms of an operation the ratio of their times, because
-both were measured in one interleaved run.
+OPERATION/FORM; the forms are "library", "plain", "limit ..." and peers (support/comparison.h). An
+operation is measured in rounds, each form once a round (support/rounds.h): of its times the median
+counts, and of the ratios of two forms in a round.
 """
 import argparse
 import json
@@ -15,8 +15,9 @@ import statistics
 import sys
 from pathlib import Path
 
-Times = dict[str, float]  # form -> nanoseconds
+Times = dict[str, list[float]]  # form -> nanoseconds, one of each round
 Operations = dict[str, Times]  # operation -> its forms
+Ratios = dict[str, float]  # form -> how many times as fast as that the library is
 
 NANOSECONDS = {"ns": 1.0, "us": 1e3, "ms": 1e6, "s": 1e9}
 SLOWER_THAN_PLAIN = 1.05
@@ -32,7 +33,7 @@ def limit_name(form: str) -> str:
 
 
 def read_group(path: Path) -> dict:
-    """The context of a run and the medians of those operations in which the library is measured."""
+    """The context of a run and the times of those operations in which the library is measured."""
     text = path.read_text(encoding="utf-8")
     if not text.strip():  # no benchmark of the group matched a filter
         return {"context": {}, "operations": {}}
@@ -40,20 +41,15 @@ def read_group(path: Path) -> dict:
         measured = json.loads(text)
     except json.JSONDecodeError:
         sys.exit(f"report.py: {path.name} holds no figures of Google Benchmark")
-    samples: dict[str, dict[str, list[float]]] = {}
-    for run in sorted(measured["benchmarks"], key=lambda run: run["family_index"]):
+    operations: Operations = {}
+    for run in measured["benchmarks"]:
         if run.get("error_occurred"):
             sys.exit(f"report.py: {run['name']} failed: {run.get('error_message')}")
-        if run["run_type"] == "iteration":
-            operation, form = run["name"].split("/")[:2]
-            time = run["real_time"] * NANOSECONDS[run["time_unit"]]
-            samples.setdefault(operation, {}).setdefault(form, []).append(time)
-    operations = {
-        operation: {form: statistics.median(times) for form, times in forms.items()}
-        for operation, forms in samples.items()
-        if "library" in forms
-    }
-    return {"context": measured["context"], "operations": operations}
+        operation, form = run["name"].split("/")[:2]
+        time = run["real_time"] * NANOSECONDS[run["time_unit"]]
+        operations.setdefault(operation, {}).setdefault(form, []).append(time)
+    compared = {name: times for name, times in operations.items() if "library" in times}
+    return {"context": measured["context"], "operations": compared}
 
 
 def read_groups(folder: Path, names: list[str]) -> dict[str, dict]:
@@ -63,25 +59,34 @@ def read_groups(folder: Path, names: list[str]) -> dict[str, dict]:
     return {path.stem: read_group(path) for path in paths}
 
 
-def ratios(times: Times) -> Times:
-    """How many times as fast as each other form the library is."""
-    return {form: times[form] / times["library"] for form in times if form != "library"}
+def median(times: Times, form: str) -> float:
+    return statistics.median(times[form])
+
+
+def ratio(times: Times, form: str) -> float:
+    """How many times as fast as the form the library is."""
+    rounds = zip(times[form], times["library"], strict=True)
+    return statistics.median(other / library for other, library in rounds)
+
+
+def ratios(times: Times) -> Ratios:
+    return {form: ratio(times, form) for form in times if form != "library"}
 
 
 def slower_than_plain(operations: Operations) -> list[str]:
     return [
         operation
         for operation, times in operations.items()
-        if times["library"] > SLOWER_THAN_PLAIN * times.get("plain", times["library"])
+        if "plain" in times and ratio(times, "plain") < 1 / SLOWER_THAN_PLAIN
     ]
 
 
 # Numbers as text.
 
 
-def ratio_text(ratio: float) -> str:
-    decimals = 2 if ratio < 2 else 1 if ratio < 20 else 0
-    return f"x {ratio:.{decimals}f}"
+def ratio_text(value: float) -> str:
+    decimals = 2 if value < 2 else 1 if value < 20 else 0
+    return f"x {value:.{decimals}f}"
 
 
 def time_text(nanoseconds: float) -> str:
@@ -107,11 +112,11 @@ def rows(operations: Operations) -> list[list[str]]:
     slower = slower_than_plain(operations)
     result = []
     for operation, times in operations.items():
-        against = {form: ratio_text(ratio) for form, ratio in ratios(times).items()}
+        against = {form: ratio_text(value) for form, value in ratios(times).items()}
         plain = against.pop("plain", "") + (" slower!" if operation in slower else "")
         limits = [f"{limit_name(form)} {against[form]}" for form in against if is_limit(form)]
         peers = [f"{form} {against[form]}" for form in against if not is_limit(form)]
-        row = [operation, time_text(times["library"]), plain, ", ".join(peers), ", ".join(limits)]
+        row = [operation, time_text(median(times, "library")), plain, ", ".join(peers), ", ".join(limits)]
         result.append(row)
     return result
 
@@ -151,7 +156,10 @@ def write_results(path: Path, groups: dict[str, dict]) -> None:
         name: {
             "context": group["context"],
             "operations": {
-                operation: {"nanoseconds": times, "ratios": ratios(times)}
+                operation: {
+                    "nanoseconds": {form: median(times, form) for form in times},
+                    "ratios": ratios(times),
+                }
                 for operation, times in group["operations"].items()
             },
         }
@@ -177,12 +185,12 @@ def table(arguments: argparse.Namespace, groups: dict[str, dict]) -> int:
     return 0
 
 
-def kept_ratios(operations: Operations) -> dict[str, Times]:
+def kept_ratios(operations: Operations) -> dict[str, Ratios]:
     """What the baseline holds: three digits of the ratios against the plain form and the limits."""
     return {
         operation: {
-            form: float(f"{ratio:.3g}")
-            for form, ratio in sorted(ratios(times).items())
+            form: float(f"{value:.3g}")
+            for form, value in sorted(ratios(times).items())
             if form == "plain" or is_limit(form)
         }
         for operation, times in sorted(operations.items())
@@ -219,13 +227,13 @@ def compare(arguments: argparse.Namespace, groups: dict[str, dict]) -> int:
             slower += verdict == "slower"
             compared += verdict in ("", "slower", "faster")
             if verdict:
-                texts = [ratio_text(ratio) if ratio else "-" for ratio in (before, now)]
+                texts = [ratio_text(value) if value else "-" for value in (before, now)]
                 print(f"{verdict:7} {name}, {operation}, {form}: {texts[0]} -> {texts[1]}")
     print(f"{compared} ratios compared with the baseline, {slower} of them slower")
     return 1 if slower else 0
 
 
-def pairs(old: dict[str, Times], new: dict[str, Times]) -> list[tuple[str, str]]:
+def pairs(old: dict[str, Ratios], new: dict[str, Ratios]) -> list[tuple[str, str]]:
     """Each operation with each of its forms, of both."""
     both = [*old.items(), *new.items()]
     return list(dict.fromkeys((operation, form) for operation, forms in both for form in forms))

@@ -21,16 +21,23 @@
 #include <type_traits>
 #include <utility>
 
+#include "bench/support/rounds.h"
+
 namespace kv::bench {
 
 class Comparison {
  public:
   // `operation` tells what is done to what; "/" is not used in it.
   explicit Comparison(std::string operation) : operation_(std::move(operation)) {}
+  ~Comparison() { MeasureInRounds(operation_, rounds_); }
+  Comparison(const Comparison&) = delete;
+  Comparison& operator=(const Comparison&) = delete;
 
-  // For operations of a tenth of a second and more: so many repetitions instead of the default.
-  Comparison& Repeat(int repetitions) {
-    repetitions_ = repetitions;
+  // For operations of a hundredth of a second and more: so many rounds instead of kRounds, in each
+  // of which a form is called once. Precedes Add().
+  Comparison& CallOnceIn(int rounds) {
+    rounds_ = rounds;
+    callOnce_ = true;
     return *this;
   }
 
@@ -52,13 +59,14 @@ class Comparison {
                                        }
                                      });
     registered->UseRealTime();
-    if (repetitions_ > 0) registered->Repetitions(repetitions_)->Iterations(1);
+    if (callOnce_) registered->Iterations(1);
     return *this;
   }
 
  private:
   std::string operation_;
-  int repetitions_ = 0;
+  int rounds_ = kRounds;
+  bool callOnce_ = false;
 };
 
 }  // namespace kv::bench

@@ -1,7 +1,7 @@
 # Sourced by kv: the Debian packages that building, testing and measuring need.
 
 build_packages=(
-  g++-mingw-w64-x86-64-posix cmake ninja-build wine wine64
+  g++-mingw-w64-x86-64-posix cmake ninja-build ccache wine wine64
   # ICU's data: its tools, the time zone rules, a native compiler for the rules' compiler
   icu-devtools tzdata gawk gcc g++ patch xz-utils
   googletest

@@ -34,7 +34,7 @@ struct NameHash {
     } else {
       constexpr std::uint32_t kSignTerm = SignTerm<kBytes>();
       const std::uint32_t signTerm = (hash >> 31) != 0 ? kSignTerm : 0;
-      return StepOverBlock<kBytes>(kTables, hash, text) ^ signTerm;
+      return StepOverBlock<kBytes>(kTables, hash, text, signTerm);
     }
   }
 };

@@ -31,22 +31,22 @@ constexpr SlicingTables<kCount> MakeSlicingTables(Step step) {
 }
 
 // The register after the kBytes bytes at `text`, four or a multiple of it, if each byte of the
-// register steps as a byte of the text does.
+// register steps as a byte of the text does; with the exclusive or of it and `addend`, which does
+// not depend on the register, and so is taken in before the last look-ups arrive.
 template <std::size_t kBytes, std::size_t kCount>
 inline std::uint32_t StepOverBlock(const SlicingTables<kCount>& tables, std::uint32_t value,
-                                   const unsigned char* text) {
+                                   const unsigned char* text, std::uint32_t addend = 0) {
   static_assert(std::endian::native == std::endian::little);
   constexpr std::size_t kFollowing = kBytes - sizeof(std::uint32_t);
   std::uint32_t word;
   std::memcpy(&word, text, sizeof word);
   word ^= value;
-  std::uint32_t stepped =
-      tables[kFollowing + 3][word & 0xFF] ^ tables[kFollowing + 2][(word >> 8) & 0xFF] ^
-      tables[kFollowing + 1][(word >> 16) & 0xFF] ^ tables[kFollowing][word >> 24];
   if constexpr (kFollowing > 0) {
-    stepped ^= StepOverBlock<kFollowing>(tables, 0, text + sizeof word);
+    addend = StepOverBlock<kFollowing>(tables, 0, text + sizeof word, addend);
   }
-  return stepped;
+  return (addend ^ tables[kFollowing + 3][word & 0xFF] ^
+          tables[kFollowing + 2][(word >> 8) & 0xFF]) ^
+         (tables[kFollowing + 1][(word >> 16) & 0xFF] ^ tables[kFollowing][word >> 24]);
 }
 
 // The register after `size` bytes at `text`: by blocks of sixteen, then one of eight and one of
