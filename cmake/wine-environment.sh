@@ -7,9 +7,9 @@ KVUTILS_WINE=${KVUTILS_WINE:-$KVUTILS_SOURCE/build/wine}
 export WINEPREFIX="$KVUTILS_WINE/prefix" HOME="$KVUTILS_WINE/home" TMPDIR="$KVUTILS_WINE/tmp"
 unset XDG_CACHE_HOME XDG_CONFIG_HOME XDG_DATA_HOME XDG_RUNTIME_DIR
 
-# Non-ASCII file names need a UTF-8 locale. No display, no menu entries, no offer to install Mono. Of what
+# Non-ASCII file names need a UTF-8 locale, which is the user's as well. No display, no menu entries, no offer to install Mono. Of what
 # Wine could tell on standard error, it tells what KVUTILS_WINEDEBUG asks for.
-export LC_ALL=C.UTF-8 WINEDEBUG="${KVUTILS_WINEDEBUG:--all}"
+export LC_ALL="${KVUTILS_LOCALE:-C.UTF-8}" WINEDEBUG="${KVUTILS_WINEDEBUG:--all}"
 export WINEDLLOVERRIDES='winemenubuilder.exe=d;mscoree,mshtml='
 unset DISPLAY WAYLAND_DISPLAY
 

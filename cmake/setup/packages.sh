@@ -12,6 +12,8 @@ check_packages=(clang-format-14 clang-tidy-14 xvfb xclip python3)
 bench_packages=(libz-mingw-w64-dev python3)
 plot_packages=(python3-matplotlib)
 coverage_packages=(gcovr)
+# Locales are made of its sources.
+everywhere_packages=(locales)
 
 missing_packages() {
   local package

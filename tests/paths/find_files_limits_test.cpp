@@ -71,7 +71,7 @@ constexpr unsigned long kRangeCheckFailure = 0xC0000409;
 class FindingFilesChild : public ::testing::Test {};
 
 void SearchInChild(bool recursive, const char* mask) {
-  FindFiles found(std::getenv(kFolderVariable), mask);
+  FindFiles found(kv::test::Environment(kFolderVariable).c_str(), mask);
   found.Run(recursive);
   std::exit(static_cast<int>(found.GetNumberFiles()));
 }

@@ -111,9 +111,10 @@ TEST_F(Folders, MakeFolderSurvivesPathsOfAnyLength) {
 // The system makes no folder whose path is longer, and trying piece by piece takes minutes.
 TEST_F(Folders, MakeFolderMakesNothingOfAPathOver259Units) {
   const std::string base = Below("deep");
+  const auto units = [](const std::string& text) { return kv::test::Widen(text).size(); };
   std::string path = base;
-  while (path.size() + 2 < 259) path += "\\d";
-  const std::string longest = path + std::string(259 - path.size(), 'd');
+  while (units(path) + 2 < 259) path += "\\d";
+  const std::string longest = path + std::string(259 - units(path), 'd');
   MakeFolder((longest + "\\d").c_str());
   MakeFolder((path + std::string(200000, 'd')).c_str());
   std::string manyPieces = base;

@@ -4,11 +4,11 @@
 #ifndef KVUTILS_TESTS_PATHS_TEST_DRIVE_H_
 #define KVUTILS_TESTS_PATHS_TEST_DRIVE_H_
 
-#include <cstdlib>
 #include <optional>
 #include <string>
 
 #include "tests/paths/folder_link.h"
+#include "tests/support/process.h"
 
 namespace kv::test {
 
@@ -16,10 +16,10 @@ class TestDrive {
  public:
   // `folder` is an absolute path on drive Z, the root of the Unix host.
   TestDrive(char letter, const std::string& folder) : root_(std::string(1, letter) + ":\\") {
-    const char* prefix = std::getenv("WINEPREFIX");
-    if (prefix == nullptr) return;
+    const std::string prefix = Environment("WINEPREFIX");
+    if (prefix.empty()) return;
     const char lowerCase = static_cast<char>(letter - 'A' + 'a');
-    link_.emplace(root_, std::string(prefix) + "/dosdevices/" + lowerCase + ":", folder);
+    link_.emplace(root_, prefix + "/dosdevices/" + lowerCase + ":", folder);
   }
 
   // False on a system that offers no such drive.

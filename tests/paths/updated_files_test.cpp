@@ -249,7 +249,7 @@ TEST_F(UpdatedFiles, AreMovedOverWhatIsThereAndNothingElseIsAsked) {
 class UpdatedFilesChild : public ::testing::Test {};
 
 TEST_F(UpdatedFilesChild, DISABLED_RenamesAndExits) {
-  RenameUpdatedFiles(std::getenv("KVUTILS_TEST_FOLDER"));
+  RenameUpdatedFiles(kv::test::Environment("KVUTILS_TEST_FOLDER").c_str());
   std::exit(0);
 }
 

@@ -8,6 +8,7 @@
 
 #include "tests/support/case_checks.h"
 #include "tests/support/files.h"
+#include "tests/support/process.h"
 
 namespace kv::test {
 namespace {
@@ -17,7 +18,7 @@ constexpr char kFormat[] = "KVUTILS_CLIPBOARD_FORMAT";
 constexpr char kFile[] = "KVUTILS_CLIPBOARD_FILE";
 
 UINT ChildFormat() { return static_cast<UINT>(std::strtoul(std::getenv(kFormat), nullptr, 10)); }
-std::string ChildFile() { return std::getenv(kFile); }
+std::string ChildFile() { return Environment(kFile); }
 
 // Under Wine only an opener with a window keeps other processes out. A window of messages alone
 // needs no display.

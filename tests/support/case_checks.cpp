@@ -3,9 +3,14 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <cstdio>
+#include <cstdlib>
+#include <string>
 #include <vector>
 
+#include "tests/support/files.h"
 #include "tests/support/kept_blocks.h"
+#include "tests/support/process.h"
 
 namespace kv::test {
 namespace {
@@ -21,7 +26,19 @@ void ExpectValidHeaps() {
   }
 }
 
+// A run that is meant for a user of a certain locale is one.
+void RequireUser() {
+  const std::string expected = Environment("KVUTILS_USER_LOCALE");
+  wchar_t locale[LOCALE_NAME_MAX_LENGTH] = L"";
+  ::GetUserDefaultLocaleName(locale, LOCALE_NAME_MAX_LENGTH);
+  if (expected.empty() || Narrow(locale) == expected) return;
+  std::fprintf(stderr, "the user's locale is %s and not %s\n", Narrow(locale).c_str(),
+               expected.c_str());
+  std::exit(99);
+}
+
 class CaseChecks : public ::testing::EmptyTestEventListener {
+  void OnTestProgramStart(const ::testing::UnitTest&) override { RequireUser(); }
   void OnTestStart(const ::testing::TestInfo&) override { kept_.Start(); }
   void OnTestEnd(const ::testing::TestInfo&) override {
     kept_.ExpectNoneLost();

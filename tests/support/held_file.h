@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include <cstdlib>
 #include <string>
 
 #include "tests/support/files.h"
@@ -41,9 +40,9 @@ inline HANDLE OpenShared(const std::string& path, Sharing sharing) {
 }
 
 inline void HoldFileForParent() {
-  const char* held = std::getenv("KVUTILS_HELD_FILE");
-  ASSERT_NE(held, nullptr);
-  const HANDLE file = OpenShared(held + 1, static_cast<Sharing>(*held));
+  const std::string held = Environment("KVUTILS_HELD_FILE");
+  ASSERT_NE(held, "");
+  const HANDLE file = OpenShared(held.substr(1), static_cast<Sharing>(held[0]));
   ASSERT_NE(file, INVALID_HANDLE_VALUE);
   SayReady();
   AwaitRelease();

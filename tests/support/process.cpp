@@ -151,6 +151,14 @@ std::string ProgramFolder() {
   return path.substr(0, path.rfind('\\') + 1);
 }
 
+std::string Environment(const std::string& name) {
+  const std::wstring wideName = Widen(name);
+  std::wstring value(::GetEnvironmentVariableW(wideName.c_str(), nullptr, 0), L'\0');
+  value.resize(
+      ::GetEnvironmentVariableW(wideName.c_str(), value.data(), static_cast<DWORD>(value.size())));
+  return Narrow(value);
+}
+
 void SetEnvironment(const std::string& name, const std::string& value) {
   ::SetEnvironmentVariableW(Widen(name).c_str(), Widen(value).c_str());
 }

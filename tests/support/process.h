@@ -18,6 +18,9 @@ struct ProcessResult {
 // The folder of the running test program, where the DLL and the example programs lie; ends in "\".
 std::string ProgramFolder();
 
+// A variable of the environment, in UTF-8: the C library's getenv gives it in the system's code
+// page. Nothing where there is none, or an empty one.
+std::string Environment(const std::string& name);
 void SetEnvironment(const std::string& name, const std::string& value);
 
 // Runs a program with UTF-8 arguments, in `folder` (the current one when empty) and the caller's

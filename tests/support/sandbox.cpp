@@ -15,12 +15,11 @@ namespace {
 
 // The folder below which all sandboxes stand: a Unix path in the environment, seen through drive Z.
 std::string SandboxRoot() {
-  const char* fromEnvironment = std::getenv("KVUTILS_SANDBOX_ROOT");
-  if (fromEnvironment == nullptr) {
+  std::string path = Environment("KVUTILS_SANDBOX_ROOT");
+  if (path.empty()) {
     std::fprintf(stderr, "KVUTILS_SANDBOX_ROOT is not set: run the tests through ./kv test\n");
     std::exit(99);
   }
-  std::string path = fromEnvironment;
   std::replace(path.begin(), path.end(), '/', '\\');
   if (path.front() == '\\') path.insert(0, "Z:");
   return path + "\\";

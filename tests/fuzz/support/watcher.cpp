@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <optional>
 #include <stdexcept>
 #include <string_view>
@@ -33,9 +32,8 @@ class Surroundings {
 
  private:
   static std::string Root() {
-    const char* const root = std::getenv("KVUTILS_SANDBOX_ROOT");
-    if (root == nullptr) throw std::runtime_error("KVUTILS_SANDBOX_ROOT is not set");
-    std::string path = root;
+    std::string path = test::Environment("KVUTILS_SANDBOX_ROOT");
+    if (path.empty()) throw std::runtime_error("KVUTILS_SANDBOX_ROOT is not set");
     std::replace(path.begin(), path.end(), '/', '\\');
     return path.front() == '\\' ? "Z:" + path : path;
   }
