@@ -12,15 +12,20 @@
 #include "utils/text/encoding_units.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 
 namespace kv::internal {
 namespace {
 
 // Each stores a character and goes behind it.
 inline void StoreTwoBytes(char*& out, unsigned unit) {
-  *out++ = LeadOfTwo(unit);
-  *out++ = LastByte(unit);
+  static_assert(std::endian::native == std::endian::little);
+  const auto bytes = static_cast<std::uint16_t>(Unit(LeadOfTwo(unit)) | Unit(LastByte(unit)) << 8);
+  std::memcpy(out, &bytes, sizeof bytes);  // in one store
+  out += sizeof bytes;
 }
 inline void StoreThreeBytes(char*& out, unsigned unit) {
   *out++ = LeadOfThree(unit);
@@ -45,19 +50,34 @@ inline void StoreUtf16(wchar_t*& out, unsigned value) {
   }
 }
 
-// Each passes the character at `in`, which is not ASCII. False if it is malformed.
+// Whether a unit is a character of three bytes by itself.
+constexpr bool IsWhole(unsigned unit) { return HasThreeBytes(unit) && !IsHighSurrogate(unit); }
+
+// Passes the unit at `in` and those of its kind behind it: letters of a word have the same length.
+template <bool isOfKind(unsigned unit), void store(char*& out, unsigned unit)>
+KVUTILS_INLINE void PassRun(char*& out, const wchar_t*& in, const wchar_t* end) {
+  unsigned unit = *in;
+  do {
+    store(out, unit);
+    if (++in == end) return;
+    unit = *in;
+  } while (isOfKind(unit));
+}
+
+// Each passes the character at `in`, which is not ASCII, and may pass others behind it that are not
+// either. False if it is malformed.
 
 KVUTILS_INLINE bool PassCharacter(char*& out, const wchar_t*& in, const wchar_t* end) {
   const unsigned unit = *in;
-  if (HasTwoBytes(unit)) {
-    StoreTwoBytes(out, unit);
-  } else if (!IsHighSurrogate(unit)) {
-    StoreThreeBytes(out, unit);
+  if (HasTwoBytes(unit)) [[likely]] {
+    PassRun<HasTwoBytes, StoreTwoBytes>(out, in, end);
+  } else if (IsWhole(unit)) {
+    PassRun<IsWhole, StoreThreeBytes>(out, in, end);
   } else {
     if (end - in < 2 || !IsLowSurrogate(in[1])) return false;
     StoreUtf8(out, CombineIn16Bits(unit, *++in));
+    ++in;
   }
-  ++in;
   return true;
 }
 
@@ -108,8 +128,8 @@ inline void PassText(Place<Out, In>& place) {
   const In* before = nullptr;
   while (place.in != place.end && place.in != before) {
     before = place.in;
+    if (IsAscii(Unit(*place.in))) PassAscii(place);
     PassCharacters(place);
-    PassAscii(place);
   }
 }
 
