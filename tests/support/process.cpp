@@ -33,20 +33,23 @@ std::string Quoted(const std::string& argument) {
   return quoted.append(backslashes, '\\') + '"';
 }
 
+// Ends the test program: without what it asked for it cannot go on.
+[[noreturn]] void GiveUp(const char* function, const std::wstring& argument) {
+  std::fprintf(stderr, "%s failed with error %lu: %s\n", function, ::GetLastError(),
+               Narrow(argument).c_str());
+  std::exit(99);
+}
+
 // A file that collects one stream of the child.
 class Capture {
  public:
-  Capture() {
-    wchar_t folder[MAX_PATH];
-    wchar_t path[MAX_PATH];
-    ::GetTempPathW(MAX_PATH, folder);
-    ::GetTempFileNameW(folder, L"kvt", 0, path);
-    path_ = path;
+  Capture() : path_(NewFile()) {
     SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
     // What the child starts may outlive it with this handle: the file goes with the last one.
-    handle_ =
-        ::CreateFileW(path, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                      &inherited, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    handle_ = ::CreateFileW(path_.c_str(), GENERIC_WRITE,
+                            FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, &inherited,
+                            CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (handle_ == INVALID_HANDLE_VALUE) GiveUp("CreateFileW", path_);
   }
   ~Capture() {
     Close();
@@ -65,6 +68,15 @@ class Capture {
   void Close() {
     if (handle_ != INVALID_HANDLE_VALUE) ::CloseHandle(handle_);
     handle_ = INVALID_HANDLE_VALUE;
+  }
+
+  static std::wstring NewFile() {
+    wchar_t folder[MAX_PATH] = L"";
+    wchar_t path[MAX_PATH] = L"";
+    if (::GetTempPathW(MAX_PATH, folder) == 0 || ::GetTempFileNameW(folder, L"kvt", 0, path) == 0) {
+      GiveUp("GetTempFileNameW", folder);
+    }
+    return path;
   }
 
   std::wstring path_;
@@ -101,9 +113,7 @@ HANDLE StartProgram(const std::string& program, const std::vector<std::string>& 
   PROCESS_INFORMATION process = {};
   if (!::CreateProcessW(nullptr, wideCommandLine.data(), nullptr, nullptr, TRUE, 0, nullptr,
                         folder.empty() ? nullptr : wideFolder.c_str(), &startup, &process)) {
-    std::fprintf(stderr, "CreateProcessW failed with error %lu: %s\n", ::GetLastError(),
-                 commandLine.c_str());
-    std::exit(99);
+    GiveUp("CreateProcessW", wideCommandLine);
   }
   ::CloseHandle(process.hThread);
   return process.hProcess;
