@@ -42,6 +42,12 @@ void UseCallersEvent() {
   ::SetEvent(reinterpret_cast<HANDLE>(std::stoull(handle)));
 }
 
+// Writes where no program may.
+void Crash() {
+  void* const nowhere = ::VirtualAlloc(nullptr, 1, MEM_RESERVE, PAGE_NOACCESS);
+  *static_cast<volatile char*>(nowhere) = 1;
+}
+
 }  // namespace
 
 int main() {
@@ -52,7 +58,7 @@ int main() {
   UseCallersEvent();
   ::Sleep(static_cast<DWORD>(std::atoi(Variable(kDelay).c_str())));
   WriteBytes(Variable(kRecordFile), record);
-  // Ends as the caller wants it, a crash among the ways.
+  if (!Variable(kCrashes).empty()) Crash();
   ::TerminateProcess(::GetCurrentProcess(),
                      static_cast<UINT>(std::strtoul(Variable(kExitCode).c_str(), nullptr, 0)));
 }

@@ -10,6 +10,7 @@ inline constexpr char kAnyVariable[] = "KVUTILS_UNZIP_VARIABLE";    // goes into
 inline constexpr char kCallersEvent[] = "KVUTILS_UNZIP_EVENT";      // a handle, as a number
 inline constexpr char kDelay[] = "KVUTILS_UNZIP_DELAY";             // milliseconds
 inline constexpr char kExitCode[] = "KVUTILS_UNZIP_EXIT_CODE";
+inline constexpr char kCrashes[] = "KVUTILS_UNZIP_CRASHES";  // not empty: in place of an exit code
 
 }  // namespace kv::test
 

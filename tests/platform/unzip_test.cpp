@@ -176,6 +176,18 @@ TEST_F(Unzip, DoesNotExamineTheExitCode) {
   }
 }
 
+TEST_F(Unzip, GoesOnWhenTheProgramCrashes) {
+  constexpr unsigned long kAccessViolation = 0xC0000005;
+  SetEnvironment(kCrashes, "1");
+  ASSERT_EQ(RunProgram(Work() + "unzip.exe", {}).exitCode, kAccessViolation);
+  TakeRecord();
+  EXPECT_TRUE(UnzipFile("C:\\dl\\pack.zip", nullptr));
+  EXPECT_FALSE(TakeRecord().empty());
+  SetEnvironment(kCrashes, "");
+  EXPECT_TRUE(UnzipFile("C:\\dl\\pack.zip", nullptr));
+  EXPECT_FALSE(TakeRecord().empty());
+}
+
 TEST_F(Unzip, WaitsForTheEnd) {
   SetEnvironment(kDelay, "1500");  // the record is written behind it
   const ULONGLONG begin = ::GetTickCount64();
