@@ -32,7 +32,8 @@ class Allocations : public kv::test::Sandbox {
   }
 
  private:
-  // ICU sets itself up at its first use, and keeps a failure of that for good.
+  // ICU sets itself up at its first use, with a reserve of memory; cases of their own are about
+  // that.
   static void RunClean(const Operation& operation) {
     kv::test::ForgetEverything();
     operation.prepare();

@@ -96,6 +96,7 @@ const std::vector<SparedImports>& ImportsThatDoNotFail() {
       {"compute, release or answer from memory",
        {"GetLastError",
         "SetLastError",
+        "GetCurrentThreadId",
         "GetACP",
         "IsDBCSLeadByteEx",
         "IsCharAlphaNumericW",

@@ -62,7 +62,7 @@ std::string Unpack() {
 
 std::vector<Operation> PlatformOperations() {
   return {
-      {"getLocalUTCDeltaForTimezone", Nothing, AskZone, "1 2", "1 2|0 0"},
+      {"getLocalUTCDeltaForTimezone", Nothing, AskZone, "1 2", "[01] [02]"},
       {"GetSystemLocale", Nothing, AskSettings, "12 en", "(12|24) (en|de|fr|ru|es|it|nl|ja)"},
       {"CompareStrings", Nothing, CompareTexts, "-1-10-101", "(-1|0|1|-3){6}"},
       {"Ascii2Utf8", Nothing, ConvertTexts, "11 ABC", "[01][01] (ABC|abc)"},

@@ -28,7 +28,8 @@ extern "C" {
 // The rules are the IANA time zone database as ICU carries it.
 //
 // 0.0 is the answer for a name that ICU does not know, an empty one and a null one with a date
-// other than 0.0 among them, for a date that is not a number, and when the zone cannot be made.
+// other than 0.0 among them, for a date that is not a number, and when the zone cannot be made,
+// which the next call tries anew.
 // Dates beyond the range of ICU's calendar (about 5.8 million years on either side of the present)
 // are answered as the end of that range.
 //

@@ -1,5 +1,6 @@
 #include "utils/platform/platform.h"
 
+#include "utils/internal/icu_setup.h"
 #include "utils/internal/win32.h"
 
 #include <unicode/timezone.h>
@@ -70,10 +71,15 @@ class ZoneLock {
 };
 
 // ICU's unknown zone, whose offset is 0, for a name that it does not know, and so for an empty one.
-icu::TimeZone* MakeZone(std::string_view name) {
+// None where memory was short.
+std::unique_ptr<icu::TimeZone> MakeZone(std::string_view name) {
   const auto length = static_cast<std::int32_t>(std::min(name.size(), kLongestName));
   const icu::StringPiece piece(name.data(), length);
-  return icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(piece));
+  const kv::internal::IcuReserve reserve;
+  std::unique_ptr<icu::TimeZone> zone(
+      icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(piece)));
+  if (reserve.IsNeeded()) zone.reset();
+  return zone;
 }
 
 void DropCachedZone() {
@@ -86,7 +92,7 @@ void DropCachedZone() {
 const icu::TimeZone* CachedZone(std::string_view name) {
   if (cachedZone == nullptr || name != cachedName) {
     DropCachedZone();
-    cachedZone = MakeZone(name);
+    cachedZone = MakeZone(name).release();
     if (cachedZone != nullptr) cachedName[name.copy(cachedName, sizeof cachedName - 1)] = '\0';
   }
   return cachedZone;
@@ -105,10 +111,10 @@ std::int32_t Offset(const icu::TimeZone* zone, UDate instant) {
 }
 
 std::int32_t OffsetOfName(std::string_view name, UDate instant) {
+  kv::internal::SetUpIcu();
   const ZoneLock lock;
   if (name.size() < sizeof cachedName) return Offset(CachedZone(name), instant);
-  const std::unique_ptr<icu::TimeZone> zone(MakeZone(name));
-  return Offset(zone.get(), instant);
+  return Offset(MakeZone(name).get(), instant);
 }
 
 // Takes no lock: at this call no other thread uses the zone.

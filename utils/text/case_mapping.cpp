@@ -1,6 +1,7 @@
 #include "utils/text/text.h"
 
 #include "utils/files/files.h"
+#include "utils/internal/icu_setup.h"
 #include "utils/internal/int_size.h"
 #include "utils/text/system_text.h"
 
@@ -34,6 +35,7 @@ void LowerCase(char* text, int size) { MapCase(text, size, ::_wcslwr); }
 void UpperCase(char* text, int size) { MapCase(text, size, ::_wcsupr); }
 
 int ConvertToUpperCase(char* out, const char* in) {
+  SetUpIcu();
   const std::size_t length = in == nullptr ? 0 : ::strnlen(in, INT32_MAX);
   const icu::StringPiece text(in, static_cast<std::int32_t>(length));
   icu::UnicodeString wide = icu::UnicodeString::fromUTF8(text);
