@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <shlobj.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
@@ -221,6 +223,56 @@ TEST_F(NamedFaults, AFileThatVanishesOnceItIsFoundIsMissing) {
   vanishing.reset();
   place();
   EXPECT_EQ(std::string(std::unique_ptr<char[]>(GetKvFileContent("media:a.txt")).get()), "abc");
+}
+
+// What the shell tells of Documents, whatever it says of it.
+std::string DocumentsOfTheShell(const std::string& folder) {
+  kv::test::SetEnvironment("KVUTILS_DOCUMENTS", folder);
+  wchar_t path[MAX_PATH] = L"";
+  ::SHGetFolderPathW(nullptr, CSIDL_PERSONAL, nullptr, SHGFP_TYPE_CURRENT, path);
+  return kv::test::Narrow(path);
+}
+
+TEST_F(NamedFaults, DocumentsWithoutRoomForAFolderLeaveItsPathAlone) {
+  WriteBytes("media\\a.txt", "abc");
+  WriteBytes(Root() + "file", "f");
+  const std::string fixed = Root() + "fixed";
+  CreateFolders(fixed);
+  const HostMode mode(fixed, "555", [&] { return IsReadOnlyFolder(fixed); });
+  ASSERT_TRUE(mode.IsInForce());
+  for (const std::string& folder :
+       {Root() + "missing", Root() + "file", std::string("Q:\\documents"), fixed}) {
+    SCOPED_TRACE(folder);
+    const std::string writable = DocumentsOfTheShell(folder) + "\\Kelvaris_9";
+    ASSERT_EQ(writable, folder + "\\Kelvaris_9");
+    ASSERT_FALSE(::CreateDirectoryW(Widen(writable).c_str(), nullptr)) << kNeedsUser;
+    kv::test::ForgetEverything();
+    KelvarisPath resolver;
+    EXPECT_EQ(KelvarisPath::ms_WritablePath, writable + "\\");
+    EXPECT_EQ(resolver.GetPath("media:a.txt"), Work() + "media\\a.txt");
+    EXPECT_EQ(resolver.GetWorkPath("x:y", false, true), writable + "\\x\\y");
+    CheckFileVersion().AddFile("a", 1);
+    deleteUserFolderContent();
+    EXPECT_FALSE(MFile::IsExist(writable.c_str()));
+    EXPECT_EQ(kv::test::ListTree(fixed), std::vector<std::string>());
+  }
+  EXPECT_EQ(ContentOf(Root() + "file"), "f");
+}
+
+TEST_F(NamedFaults, DocumentsBehindTooLongAPathAreNowhere) {
+  WriteBytes("media\\a.txt", "abc");
+  std::string folder = Root();
+  while (folder.size() < 250) folder += folder.size() % 100 == 0 ? '\\' : 'd';
+  CreateFolders(folder);
+  ASSERT_EQ(DocumentsOfTheShell(folder), folder);
+  KelvarisPath resolver;
+  EXPECT_STREQ(KelvarisPath::ms_WritablePath, "");
+  EXPECT_STREQ(KelvarisPath::ms_WorkspacesFolder, "");
+  // A name joined to no folder is looked for from the current one on.
+  EXPECT_STREQ(resolver.GetPath("media:a.txt"), "media\\a.txt");
+  EXPECT_STREQ(resolver.GetWorkPath("x:y", false, true), "x\\y");
+  deleteUserFolderContent();
+  EXPECT_EQ(ContentOf("media\\a.txt"), "abc");
 }
 
 HANDLE WINAPI HaveNoHandle(const wchar_t*, DWORD, DWORD, SECURITY_ATTRIBUTES*, DWORD, DWORD,

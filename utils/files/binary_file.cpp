@@ -66,7 +66,7 @@ bool MFile::Close() { return Unload(); }
 bool MFile::Load(const char* path, unsigned mode) {
   const WidePath widePath(path);
   if (m_State == kOpen && m_Path == widePath.View()) {
-    ++m_OpenCount;
+    if (m_OpenCount < std::numeric_limits<int>::max()) ++m_OpenCount;
     return true;
   }
   const DWORD access = GetAccessMode(mode);
