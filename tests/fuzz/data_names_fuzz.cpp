@@ -3,6 +3,7 @@
 #include <cstring>
 #include <optional>
 #include <set>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -113,6 +114,82 @@ void Check(Input input) {
     CheckWorkPath(resolver, world, name, mustExist, inWritable);
   }
 }
+
+// The answer of the resolver for each name that an image may have, in their order.
+std::string FindImage(World& world, const std::string& name, const char* subFolder) {
+  Texts names = {name};
+  const std::size_t colon = name.rfind(':');
+  if (subFolder != nullptr && colon == std::string::npos) names.insert(names.begin(), name);
+  if (subFolder != nullptr && colon != std::string::npos) {
+    names.insert(names.begin(),
+                 name.substr(0, colon) + ":" + subFolder + ":" + name.substr(colon + 1));
+  }
+  for (std::string& image : names) {
+    for (const char* const extension : {".png", ".bmp"}) {
+      if (extension[1] == 'b') {
+        const std::size_t place = image.find(".png");
+        if (place == std::string::npos) return "invalid string position";
+        image.replace(place, 4, extension);
+      }
+      const auto path = image.size() < 520 ? world.plain.GetPath(image) : std::nullopt;
+      if (path) return *path;
+    }
+  }
+  return kNone;
+}
+
+std::string AnswerOfImage(const char* name, const char* subFolder) {
+  std::string path = kNone;
+  try {
+    const bool isFound = GetImageFilePath(path, name, subFolder);
+    ExpectThat("the path is told when it is found", isFound == (path != kNone));
+  } catch (const std::out_of_range& exception) {
+    Expect("path before an exception", path, std::string(kNone));
+    return exception.what();
+  }
+  return path;
+}
+
+// One of the names that an image may have, and perhaps the same in the language, is there.
+void PlaceImage(Input& input, World& world, const std::string& name, const std::string& subFolder) {
+  std::string image = name;
+  const std::size_t colon = name.rfind(':');
+  if (input.Flag() && colon != std::string::npos) image.insert(colon, ":" + subFolder);
+  const std::size_t extension = image.find(".png");
+  if (input.Flag() && extension != std::string::npos) image.replace(extension, 4, ".bmp");
+  if (input.Flag()) image = world.plain.languageFolder + ":" + image;
+  world.paths.insert(Resolver::Join(input.Flag() ? kWork : kWritable, image));
+}
+
+void CheckImages(Input input) {
+  UseNotedDisk();
+  const bool hasSubFolder = input.Flag();
+  World world(input);
+  std::string texts[] = {input.Text(), input.Text()};
+  for (std::string& text : texts) {
+    for (char& c : text) c = static_cast<char>(c & 0x7F);
+    text = text.c_str();
+  }
+  const auto& [name, subFolder] = texts;
+  if (input.Flag()) PlaceImage(input, world, name, subFolder);
+  world.Give();
+  const GuardedText guarded(name);
+  const GuardedText guardedFolder(subFolder);
+  Expect("image", AnswerOfImage(guarded.Get(), hasSubFolder ? guardedFolder.Get() : nullptr),
+         FindImage(world, name, hasSubFolder ? subFolder.c_str() : nullptr));
+  ExpectThat("the same is remembered", KelvarisPath::ms_FileNamesStorage == world.plain.remembered);
+}
+
+const Registration kImages(
+    {.name = "images",
+     .check = CheckImages,
+     .seeds = {std::string("media:icons:star.png\0dark\0\0\0\0\1\1\0\0\0\0\1", 36),
+               std::string("media:icons:star.png\0dark\0\1\0\1\0\1\0\0\0\0\1", 36),
+               std::string("media:icons:star.png\0dark\0\0\0\0\0\0\0\0\0\0\0", 36),
+               std::string("media:star.png\nmedia:star.png\0\0\0\1\1\0\0\0\0", 38),
+               std::string("star.gif\0x\0\0\0\0\0\0\0\0\0\0\1", 21)},
+     .words = {".png", ".bmp", ":", "media:", "\n", std::string(1, '\0')},
+     .maxSize = 700});
 
 const Registration kTarget(
     {.name = "data_names",
