@@ -64,6 +64,17 @@ TEST_F(Limits, OfPathsAreKeptByTheResolver) {
   }
 }
 
+// The host may write what is remembered.
+TEST_F(Limits, OfPathsAreKeptByWhatIsRemembered) {
+  KelvarisPath resolver;
+  auto& remembered = KelvarisPath::ms_FileNamesStorage[GetUniqueID((Work() + "a").c_str())];
+  for (const std::size_t size : Around(260)) {
+    SCOPED_TRACE(size);
+    remembered.assign(size, 'r');
+    EXPECT_EQ(Answer(resolver.CheckPath("a", nullptr)), size < 260 ? remembered : kNone);
+  }
+}
+
 TEST_F(Limits, OfPathsAreKeptByTheFolderFunctions) {
   WriteBytes("kept.txt", "k");
   for (const std::size_t size : Around(260)) {
