@@ -1,6 +1,6 @@
 # The compiler's run-time DLLs, stripped, beside the library: host and library share them, because strings,
 # vectors and exceptions cross the boundary.
-set(runtime_copies)
+set(KVUTILS_RUNTIME_DLLS)
 foreach(name IN ITEMS libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
   execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${name}
     OUTPUT_VARIABLE source OUTPUT_STRIP_TRAILING_WHITESPACE)
@@ -10,7 +10,7 @@ foreach(name IN ITEMS libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
   set(copy ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${name})
   add_custom_command(OUTPUT ${copy} DEPENDS ${source}
     COMMAND ${CMAKE_COMMAND} -E make_directory ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}
-    COMMAND ${CMAKE_STRIP} --strip-unneeded -o ${copy} ${source})
-  list(APPEND runtime_copies ${copy})
+    COMMAND ${CMAKE_STRIP} --preserve-dates --strip-unneeded -o ${copy} ${source})
+  list(APPEND KVUTILS_RUNTIME_DLLS ${copy})
 endforeach()
-add_custom_target(runtime_libraries ALL DEPENDS ${runtime_copies})
+add_custom_target(runtime_libraries ALL DEPENDS ${KVUTILS_RUNTIME_DLLS})

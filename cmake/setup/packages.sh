@@ -6,8 +6,11 @@ build_packages=(
   icu-devtools tzdata gawk gcc g++ patch xz-utils
   googletest
 )
-# Besides clang: a display, a native program that uses its clipboard, and what reads the benchmarks.
-check_packages=(clang-format-14 clang-tidy-14 xvfb xclip python3)
+# Besides clang and its linker: a display, a native program that uses its clipboard, what reads the benchmarks,
+# and what reads the package and the workflows.
+check_packages=(clang-format-14 clang-tidy-14 clang-14 lld-14 xvfb xclip python3 pkgconf yamllint python3-yaml)
+# What makes import libraries of Microsoft's form, and what writes zips.
+package_packages=(llvm-14 python3)
 # zlib's checksum stands beside the library's.
 bench_packages=(libz-mingw-w64-dev python3)
 plot_packages=(python3-matplotlib)

@@ -1,0 +1,16 @@
+# kvutils_add_version_resource(TARGET DESCRIPTION): gives a DLL or a program the version of the project, where
+# the system looks for it.
+function(kvutils_add_version_resource target description)
+  get_target_property(type ${target} TYPE)
+  if(type STREQUAL "EXECUTABLE")
+    set(file_type 0x1)
+    set(file_name ${target}.exe)
+  else()
+    set(file_type 0x2)
+    set(file_name ${target}.dll)
+  endif()
+  set(resource ${CMAKE_CURRENT_BINARY_DIR}/${target}_version.rc)
+  configure_file(${PROJECT_SOURCE_DIR}/cmake/version.rc.in ${resource} @ONLY)
+  add_library(${target}_version OBJECT ${resource})
+  target_sources(${target} PRIVATE $<TARGET_OBJECTS:${target}_version>)
+endfunction()
