@@ -21,7 +21,7 @@ provide_icu() {
     "icu-72.1-$(recipe_key build_icu unpack_icu "$icu_recipe/CMakeLists.txt")" build_icu
   provide_entry "Building the time zone rules $rules" icu \
     "icudata-$rules-$(recipe_key "$icu_recipe"/{data.sh,tzdata_source.awk,root.txt,curr/root.txt} \
-      "$zoneinfo"/{tzdata.zi,zone.tab})" build_icu_data
+      "$zone_rules"/{tzdata.zi,zone.tab})" build_icu_data
 }
 
 provide_googletest() {

@@ -2,13 +2,14 @@
 
 build_packages=(
   g++-mingw-w64-x86-64-posix cmake ninja-build ccache wine wine64
-  # ICU's data: its tools, the time zone rules, a native compiler for the rules' compiler
-  icu-devtools tzdata gawk gcc g++ patch xz-utils
+  # ICU's data: its tools, a native compiler for the rules' compiler
+  icu-devtools gawk gcc g++ patch xz-utils
   googletest
 )
 # Besides clang and its linker: a display, a native program that uses its clipboard, what reads the benchmarks,
-# and what reads the package and the workflows.
-check_packages=(clang-format-14 clang-tidy-14 clang-14 lld-14 xvfb xclip python3 pkgconf yamllint python3-yaml)
+# what reads the package and the workflows, and
+# time zone rules to compare the library's with.
+check_packages=(clang-format-14 clang-tidy-14 clang-14 lld-14 xvfb xclip python3 pkgconf yamllint python3-yaml tzdata)
 # What makes import libraries of Microsoft's form, and what writes zips.
 package_packages=(llvm-14 python3)
 # zlib's checksum stands beside the library's.
@@ -17,6 +18,8 @@ plot_packages=(python3-matplotlib)
 coverage_packages=(gcovr)
 # Locales are made of its sources.
 everywhere_packages=(locales)
+# The rules of the time zones, and what tells two versions apart.
+tzdata_packages=(tzdata python3)
 
 missing_packages() {
   local package
@@ -51,7 +54,8 @@ require_packages() {
 }
 
 # The package lists may be too old to install from, or missing; without a network they may still do.
-# A base system's tzdata is brought up to date with the rest, for the newest time zone rules.
+# A base system's tzdata is brought up to date with the rest: its time zone rules are compared with the
+# library's, and taken over from it.
 install_packages() {
   local sudo=$1
   shift

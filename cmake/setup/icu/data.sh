@@ -1,9 +1,9 @@
-# Sourced by kv: ICU's data, cut down to what the library uses: the time zones with the rules of the
-# machine's tzdata package, and the few small bundles without which ICU silently reads the number in
+# Sourced by kv: ICU's data, cut down to what the library uses: the time zones with the rules that
+# stand in the folder rules, and the few small bundles without which ICU silently reads the number in
 # a name such as "GMT+5" as 0. They become one object in an archive, so that no data file can be
 # lost beside the DLL.
 
-readonly zoneinfo=/usr/share/zoneinfo
+readonly zone_rules=$root/cmake/setup/icu/rules
 
 # build_icu_data RESULT SCRATCH: fills RESULT/lib/libicudata.a.
 build_icu_data() {
@@ -37,12 +37,12 @@ compile_zones() {
   gcc -O1 -w -D_POSIX_C_SOURCE -DTZDIR='"compiled"' -I"$tools" \
     "$tools"/{zic,localtime,asctime,scheck,ialloc}.c -o zic
   g++ -O1 -w -I"$tools" -I"$icu/common" "$tools/tz2icu.cpp" -o tz2icu
-  gawk -f "$icu_recipe/tzdata_source.awk" $zoneinfo/tzdata.zi >rules
-  cp $zoneinfo/zone.tab "$tools/icuregions" .
+  gawk -f "$icu_recipe/tzdata_source.awk" "$zone_rules/tzdata.zi" >rules
+  cp "$zone_rules/zone.tab" "$tools/icuregions" .
   ./zic -d compiled -L /dev/null rules "$tools/icuzones"
   ./tz2icu compiled zone.tab "$(zone_rules_version)"
 }
 
 zone_rules_version() {
-  sed -n '1s/# version //p' $zoneinfo/tzdata.zi
+  sed -n '1s/# version //p' "$zone_rules/tzdata.zi"
 }
