@@ -1,4 +1,5 @@
 // Data names and what is kept under them: lists, places, the registry, the records.
+#include <algorithm>
 #include <cstring>
 #include <optional>
 #include <sstream>
@@ -9,6 +10,7 @@
 #include "tests/support/files.h"
 #include "utils/astro/astro.h"
 #include "utils/download/download.h"
+#include "utils/extra/path_explanation.h"
 #include "utils/paths/paths.h"
 
 namespace kv::test {
@@ -68,6 +70,22 @@ std::string Resolve() {
        << Short(resolver.CheckPath("media:star.bmp", nullptr)) << ' '
        << Short(resolver.GetWorkPath("x:y", false, true)) << ' '
        << Short(resolver.GetWorkPath("x:y", true, false));
+  return told.str();
+}
+
+void MakeShadow() {
+  MakeKnownInstallation();
+  WriteBytes("media\\hidden.bmp", "b");
+  WriteBytes(InDocuments("media\\hidden.bmp"), "other");
+}
+
+std::string Explain() {
+  const kv::PathExplanation why = kv::ExplainPath("catalogs:Extra.txt");
+  const auto there = std::count_if(why.candidates.begin(), why.candidates.end(),
+                                   [](const kv::PathCandidate& place) { return place.exists; });
+  std::ostringstream told;
+  told << why.winner << ' ' << Short(why.answer.c_str()) << ' ' << there << ' '
+       << kv::ListShadowed("media").size();
   return told.str();
 }
 
@@ -172,6 +190,9 @@ std::vector<Operation> DataOperations() {
        R"((W:catalogs\\a\.txt|null) (W:pack\\catalogs\\extra\.txt|null) (W:media\\star\.bmp|null) )"
        R"((U:|\\Kelvaris_9\\)?x\\y null)" +
            noFolders},
+      {"ExplainPath and ListShadowed", MakeShadow, Explain, R"(5 W:pack\catalogs\extra.txt 2 1)",
+       R"((5 W:pack\\catalogs\\extra\.txt|7 W:pack\\catalogs\\extra\.txt|-1 ) [0-2] [01])" +
+           anyError},
       {"GetWorkPathForDBfiles", MakeNoPlaces, FindPlaces,
        R"(1 U:catalogs\a.txt 1 1 W:media\star.bmp)",
        R"((0 -|1 (U:|\\Kelvaris_9\\)?catalogs\\a\.txt) [01] (0 -|1 W:media\\star\.bmp))" +

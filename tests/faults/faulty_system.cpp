@@ -26,6 +26,8 @@ const std::vector<FaultyCall>& FaultyCalls() {
       FaultyImport<"FindFirstFileW", decltype(::FindFirstFileW)>::Make(kNoHandle),
       FaultyImport<"FindNextFileW", decltype(::FindNextFileW)>::Make(FALSE),
       FaultyImport<"GetCurrentDirectoryW", decltype(::GetCurrentDirectoryW)>::Make(0),
+      FaultyImport<"GetFileAttributesExW", decltype(::GetFileAttributesExW)>::Make(
+          FALSE, ERROR_ACCESS_DENIED),
       FaultyImport<"GetFileAttributesW", decltype(::GetFileAttributesW)>::Make(
           INVALID_FILE_ATTRIBUTES, ERROR_ACCESS_DENIED),
       FaultyImport<"GetFileInformationByHandle", decltype(::GetFileInformationByHandle)>::Make(

@@ -3,6 +3,7 @@
 #include "utils/internal/path_text.h"
 #include "utils/paths/add_on_files.h"
 #include "utils/paths/data_name.h"
+#include "utils/paths/path_passes.h"
 #include "utils/paths/path_search.h"
 
 #include <cstring>
@@ -13,7 +14,7 @@ namespace {
 using kv::internal::AddOnFiles;
 using kv::internal::Candidate;
 using kv::internal::CopyPath;
-using kv::internal::LowerCase;
+using kv::internal::FindInPasses;
 using kv::internal::NameText;
 using kv::internal::NameView;
 using kv::internal::PathSearch;
@@ -43,11 +44,6 @@ class NameSearch {
     return In(KelvarisPath::ms_WorkDir, place ? Candidate(place->View()) : candidate);
   }
 
-  const char* InBothFolders(const Candidate& candidate) {
-    if (const char* path = InWritableFolder(candidate)) return path;
-    return InWorkFolder(candidate);
-  }
-
   bool Exists(const PathText& path) { return search_.Exists(path); }
 
  private:
@@ -55,19 +51,6 @@ class NameSearch {
   PathSearch search_;
   AddOnFiles addOnFiles_{search_};
 };
-
-// The answer for a name that the writable folder does not have in the language. The name may lie
-// in the add-on's folder, a public text that the search itself reads on the way.
-const char* FindElsewhere(NameSearch& search, std::string_view languageFolder,
-                          std::string_view name) {
-  const NameText own(name);
-  const std::string_view given = own.View();
-  if (const char* path = search.InWorkFolder({languageFolder, given})) return path;
-  const NameText lower = LowerCase(given);
-  if (const char* path = search.InBothFolders({languageFolder, lower.View()})) return path;
-  if (const char* path = search.InBothFolders(Candidate(given))) return path;
-  return search.InBothFolders(Candidate(lower.View()));
-}
 
 }  // namespace
 
@@ -82,9 +65,7 @@ const char* KelvarisPath::GetPath(const char* name) {
   const std::string_view given = NameView(name);
   if (given.size() > NameText::kMaxSize) return nullptr;
   NameSearch search(m_Buffer.get());
-  const std::string_view languageFolder = NameView(ms_LanguageFolder.c_str());
-  if (const char* path = search.InWritableFolder({languageFolder, given})) return path;
-  return FindElsewhere(search, languageFolder, given);
+  return FindInPasses(search, NameView(ms_LanguageFolder.c_str()), given);
 }
 
 const char* KelvarisPath::CheckPath(const char* name, const char* base) {
