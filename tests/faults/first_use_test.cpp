@@ -7,6 +7,7 @@
 
 #include "tests/faults/allocations.h"
 #include "tests/support/process.h"
+#include "utils/extra/time_zones.h"
 #include "utils/platform/platform.h"
 #include "utils/text/text.h"
 
@@ -30,9 +31,25 @@ struct Question {
 void AskForZones() {
   for (const char* zone : {"Europe/Berlin", "GMT+5", "Nowhere/Atlantis"}) {
     getLocalUTCDeltaForTimezone(zone, kWinter);
+    kv::IsKnownZone(zone);
+    kv::NextTransition(zone, kWinter);
+    kv::UtcFromLocal(zone, kWinter);
   }
+  kv::TimeZoneDataVersion();
+}
+void ExpectZoneRules() {
+  EXPECT_FALSE(kv::IsKnownZone("Nowhere/Atlantis"));
+  EXPECT_TRUE(kv::IsKnownZone("GMT+5"));
+  const auto change = kv::NextTransition("Europe/Berlin", kWinter);
+  ASSERT_TRUE(change);
+  EXPECT_NEAR(change->julianDate, 2459665.5 + kHour, 1e-9);
+  const auto utc = kv::UtcFromLocal("Europe/Berlin", kWinter);
+  ASSERT_TRUE(utc);
+  EXPECT_NEAR(utc->earlier, kWinter - kHour, 1e-9);
+  EXPECT_EQ(kv::TimeZoneDataVersion().size(), 5U);
 }
 void ExpectZones() {
+  ExpectZoneRules();
   for (int i = 0; i < 2; ++i) {
     EXPECT_NEAR(getLocalUTCDeltaForTimezone("Europe/Berlin", kWinter), kHour, 1e-12);
     EXPECT_NEAR(getLocalUTCDeltaForTimezone("GMT+5", kWinter), 5 * kHour, 1e-12);
@@ -90,6 +107,22 @@ TEST(ShortMemory, LeavesLaterZonesAlone) {
       ExpectZones();
     }
   }
+}
+
+// Other questions about zones leave the zone of the last one in place: it needs no memory.
+TEST(ShortMemory, FindsTheKeptZoneBehindQuestionsAboutItsRules) {
+  const FaultyAllocations allocations;
+  FailurePlan& plan = FaultyAllocations::Plan();
+  EXPECT_NEAR(getLocalUTCDeltaForTimezone("Europe/Berlin", kWinter), kHour, 1e-12);
+  kv::IsKnownZone("Asia/Tokyo");
+  kv::NextTransition("America/New_York", kWinter);
+  kv::UtcFromLocal("GMT+5", kWinter);
+  plan.Start(1, Lasting::kFromThenOn);
+  const double offset = getLocalUTCDeltaForTimezone("Europe/Berlin", kWinter);
+  const bool hasFailed = plan.HasFailed();
+  plan.Stop();
+  EXPECT_NEAR(offset, kHour, 1e-12);
+  EXPECT_FALSE(hasFailed);
 }
 
 // Runs the second process for some allocations, or for each if it is asked for, until there is none

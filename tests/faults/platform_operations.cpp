@@ -6,6 +6,7 @@
 
 #include "tests/faults/operations.h"
 #include "tests/support/files.h"
+#include "utils/extra/time_zones.h"
 #include "utils/platform/platform.h"
 #include "utils/text/text.h"
 
@@ -20,6 +21,17 @@ std::string AskZone() {
   getLocalUTCDeltaForTimezone(nullptr, 0.0);
   std::ostringstream told;
   told << std::lround(winter) << ' ' << std::lround(summer);
+  return told.str();
+}
+
+std::string AskZoneRules() {
+  std::ostringstream told;
+  const auto change = kv::NextTransition("Europe/Berlin", 2459580.5);
+  const auto utc = kv::UtcFromLocal("Asia/Kathmandu", 2459580.5);
+  told << kv::IsKnownZone("GMT+5") << kv::IsKnownZone("Nowhere/Atlantis") << ' '
+       << (change ? std::lround((change->julianDate - 2459580.5) * 24) : 0) << ' '
+       << (utc ? std::lround((utc->later - 2459580.5) * 1440) : 0) << ' '
+       << kv::TimeZoneDataVersion().size();
   return told.str();
 }
 
@@ -63,6 +75,7 @@ std::string Unpack() {
 std::vector<Operation> PlatformOperations() {
   return {
       {"getLocalUTCDeltaForTimezone", Nothing, AskZone, "1 2", "[01] [02]"},
+      {"kv::NextTransition", Nothing, AskZoneRules, "10 2041 -345 5", "[01]0 (2041|0) (-345|0) 5"},
       {"GetSystemLocale", Nothing, AskSettings, "12 en", "(12|24) (en|de|fr|ru|es|it|nl|ja)"},
       {"CompareStrings", Nothing, CompareTexts, "-1-10-101", "(-1|0|1|-3){6}"},
       {"Ascii2Utf8", Nothing, ConvertTexts, "11 ABC", "[01][01] (ABC|abc)"},

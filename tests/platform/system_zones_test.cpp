@@ -9,6 +9,7 @@
 
 #include "tests/support/files.h"
 #include "tests/support/process.h"
+#include "utils/extra/time_zones.h"
 #include "utils/platform/platform.h"
 
 namespace {
@@ -79,6 +80,7 @@ TEST(SystemZones, DISABLED_AgreeWithTheLibrary) {
   ASSERT_NE(file, "");
   const Comparison comparison = CompareWithTable(kv::test::ReadBytes(file));
   std::cout << comparison << '\n';
+  EXPECT_EQ(kv::TimeZoneDataVersion(), comparison.pinnedVersion);
   EXPECT_GT(comparison.zones, 500);
   EXPECT_GT(comparison.rows, 150 * comparison.zones);
   EXPECT_EQ(comparison.unexplained.rows, 0) << comparison.unexplained.first;

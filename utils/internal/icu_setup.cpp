@@ -59,8 +59,8 @@ class Reserve {
 };
 
 // Process-wide, and not initialised by any code. Nothing destroys them: ICU has no end. A block is
-// taken by the thread that holds the reserve, and released by it or, under the lock of the zone
-// that it is a part of, by another.
+// taken by the thread that holds the reserve, and released while it holds it: no zone that is made
+// of the reserve is kept.
 constinit Reserve reserveOfSetUp{};
 constinit Reserve reserveOfZones{};
 constinit Reserve* reserveInUse = &reserveOfSetUp;
@@ -103,7 +103,7 @@ void* U_CALLCONV Reallocate(const void* context, void* block, std::size_t size) 
 }
 
 // The state that ICU keeps of what the library asks for: the default locale, the bundle of the
-// zones, and what zones of the other kinds need, of a fixed offset and none.
+// zones and its version, and what zones of the other kinds need, of a fixed offset and none.
 bool SetUp() {
   UErrorCode status = U_ZERO_ERROR;
   ::u_setMemoryFunctions(nullptr, Allocate, Reallocate, Release, &status);
@@ -112,6 +112,7 @@ bool SetUp() {
   for (const char16_t* name : {u"Europe/Berlin", u"GMT+5", u""}) {
     const std::unique_ptr<icu::TimeZone> zone(icu::TimeZone::createTimeZone(name));
   }
+  icu::TimeZone::getTZDataVersion(status);
   reserveInUse = &reserveOfZones;
   return true;
 }

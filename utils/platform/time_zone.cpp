@@ -1,33 +1,27 @@
 #include "utils/platform/platform.h"
 
 #include "utils/internal/icu_setup.h"
+#include "utils/internal/icu_zone.h"
 #include "utils/internal/win32.h"
 
 #include <unicode/timezone.h>
-#include <unicode/unistr.h>
 
 #include <algorithm>
 #include <atomic>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <limits>
-#include <memory>
 #include <string_view>
 
 namespace {
 
+using kv::internal::kEarliestInstant;
+using kv::internal::kLatestInstant;
+using kv::internal::MakeZone;
+using kv::internal::OffsetAt;
 using kv::internal::UniqueKernelHandle;
 
 constexpr char kMutexName[] = "kv_icu_mutex";
-constexpr double kUnixEpoch = 2440587.5;  // 1970-01-01 00:00 UTC as a Julian Date
-constexpr double kMillisecondsPerDay = 86400000.0;
-constexpr double kDaysPerMillisecond = 1.1574074074074074e-08;
-// The range of ICU's calendar, in milliseconds since 1970. Beyond it the day count of ICU's rules
-// does not fit the integers that they are computed in.
-constexpr double kEarliestInstant = -184303902528000000.0;
-constexpr double kLatestInstant = 183882168921600000.0;
-constexpr std::size_t kLongestName = std::numeric_limits<std::int32_t>::max();  // ICU's own limit
 
 // Process-wide state, held by the mutex. Nothing destroys it when the library is unloaded, because
 // ICU may be gone by then: the release call does.
@@ -70,18 +64,6 @@ class ZoneLock {
   bool isHeld_ = false;
 };
 
-// ICU's unknown zone, whose offset is 0, for a name that it does not know, and so for an empty one.
-// None where memory was short.
-std::unique_ptr<icu::TimeZone> MakeZone(std::string_view name) {
-  const auto length = static_cast<std::int32_t>(std::min(name.size(), kLongestName));
-  const icu::StringPiece piece(name.data(), length);
-  const kv::internal::IcuReserve reserve;
-  std::unique_ptr<icu::TimeZone> zone(
-      icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(piece)));
-  if (reserve.IsNeeded()) zone.reset();
-  return zone;
-}
-
 void DropCachedZone() {
   delete cachedZone;
   cachedZone = nullptr;
@@ -103,11 +85,7 @@ const icu::TimeZone* CachedZone(std::string_view name) {
 std::int32_t Offset(const icu::TimeZone* zone, UDate instant) {
   if (zone == nullptr || std::isnan(instant)) return 0;
   const UDate inRange = std::clamp(instant, kEarliestInstant, kLatestInstant);
-  std::int32_t rawOffset = 0;
-  std::int32_t daylightOffset = 0;
-  UErrorCode status = U_ZERO_ERROR;
-  zone->getOffset(inRange, false, rawOffset, daylightOffset, status);
-  return rawOffset + daylightOffset;
+  return OffsetAt(*zone, inRange);
 }
 
 std::int32_t OffsetOfName(std::string_view name, UDate instant) {
@@ -130,6 +108,7 @@ double getLocalUTCDeltaForTimezone(const char* zoneName, double julianDate) {
     Release();
     return 0.0;
   }
-  const UDate instant = (julianDate - kUnixEpoch) * kMillisecondsPerDay;
-  return OffsetOfName(zoneName == nullptr ? "" : zoneName, instant) * kDaysPerMillisecond;
+  const std::int32_t offset =
+      OffsetOfName(zoneName == nullptr ? "" : zoneName, kv::internal::InstantOf(julianDate));
+  return offset * kv::internal::kDaysPerMillisecond;
 }
