@@ -7,11 +7,36 @@
 
 #include "tests/fuzz/support/guarded_copy.h"
 #include "tests/fuzz/support/target.h"
+#include "utils/extra/time_zones.h"
 #include "utils/paths/paths.h"
 #include "utils/platform/platform.h"
 
 namespace kv::fuzz {
 namespace {
+
+// The rules agree with the offsets that they give.
+void CheckZoneRules(const char* name, double date) {
+  const auto change = NextTransition(name, date);
+  const auto utc = UtcFromLocal(name, date);
+  if (!IsKnownZone(name)) ExpectThat("an unknown zone has no rules", !change && !utc);
+  if (change) {
+    ExpectThat("the change is not before the date", change->julianDate >= date);
+    Expect("offset behind the change", getLocalUTCDeltaForTimezone(name, change->julianDate),
+           change->after);
+    const double before = std::nextafter(change->julianDate, -HUGE_VAL);
+    Expect("offset before the change", getLocalUTCDeltaForTimezone(name, before), change->before);
+  }
+  if (utc) {
+    ExpectThat("the instants are in order", utc->earlier <= utc->later);
+    ExpectThat("one instant alone where the local time is unique",
+               utc->kind != LocalTimeKind::kUnique || utc->earlier == utc->later);
+    const double later = utc->later + getLocalUTCDeltaForTimezone(name, utc->later);
+    const double resolution = 1e-8 + std::fabs(date) * 1e-15;
+    if (utc->kind != LocalTimeKind::kSkipped) {
+      ExpectThat("the instant is of the local time", std::fabs(later - date) <= resolution);
+    }
+  }
+}
 
 void CheckTimeZone(Input input) {
   const double date = input.Flag() ? 2451545.0 + input.Take<short>() : input.Take<double>();
@@ -20,6 +45,7 @@ void CheckTimeZone(Input input) {
   const GuardedText guarded(name);
   const double delta = getLocalUTCDeltaForTimezone(guarded.Get(), date);
   ExpectThat("the offset is a time of day", std::fabs(delta) <= 1.0);
+  CheckZoneRules(guarded.Get(), date);
   const double seconds = delta * 86400;
   ExpectThat("the offset is of whole milliseconds",
              std::fabs(seconds * 1000 - std::round(seconds * 1000)) < 1e-3);
