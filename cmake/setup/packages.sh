@@ -16,6 +16,7 @@ package_packages=(llvm-14 python3)
 bench_packages=(libz-mingw-w64-dev python3)
 plot_packages=(python3-matplotlib)
 coverage_packages=(gcovr)
+analysis_packages=(cppcheck clang-tidy-14)
 # Locales are made of its sources.
 everywhere_packages=(locales)
 # The rules of the time zones, and what tells two versions apart.

@@ -55,11 +55,11 @@ class CountedOutput {
 class UnitCounter {
  public:
   template <typename Unit>
-  void Put(Unit) {
+  void Put(Unit /*unit*/) {
     ++count_;
   }
   template <typename Unit>
-  void PutPair(Unit, Unit) {
+  void PutPair(Unit /*first*/, Unit /*second*/) {
     count_ += 2;
   }
 

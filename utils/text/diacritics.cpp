@@ -34,14 +34,15 @@ constexpr wchar_t kFirst = L'\u00C0';
 constexpr wchar_t kLast = L'\u017F';
 
 // The plain form of each letter from kFirst to kLast, the letter itself where there is none.
-constexpr auto kPlainForms = [] {
+constexpr auto MakePlainForms() {
   std::array<wchar_t, kLast - kFirst + 1> forms{};
   for (std::size_t i = 0; i < forms.size(); ++i) forms[i] = static_cast<wchar_t>(kFirst + i);
   for (std::size_t i = 0; i < kAccented.size(); ++i) {
     forms[static_cast<std::size_t>(kAccented[i] - kFirst)] = kPlain[i];
   }
   return forms;
-}();
+}
+constexpr auto kPlainForms = MakePlainForms();
 
 wchar_t PlainForm(wchar_t c) {
   if (c < kFirst || c > kLast) return c;
