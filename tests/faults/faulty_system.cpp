@@ -108,6 +108,7 @@ const std::vector<SparedImports>& ImportsThatDoNotFail() {
         "_errno",
         "_fileno",
         "_filelengthi64",
+        "_nextafter",
         "_vsnwprintf",
         "_wcsicmp",
         "_wcsupr",
