@@ -5,10 +5,12 @@
 #include <chrono>
 #include <cstddef>
 #include <cstring>
+#include <new>
 #include <string>
 #include <thread>
 #include <vector>
 
+#include "tests/support/failing_system.h"
 #include "tests/support/process.h"
 #include "tests/support/sandbox.h"
 #include "utils/astro/astro.h"
@@ -111,6 +113,24 @@ TEST_F(DwarfPlanets, StartsEmptyWhenTheFileCannotBeOpened) {
   CreateFolders(Work() + kPlace);
   const DwarfPlanetsIO store;
   EXPECT_TRUE(DwarfPlanetsIO::ms_DwarfPlanets.empty());
+}
+
+// In the place of operator new: there is memory for one record, and none for two.
+void* RefuseTwoRecords(std::size_t size) {
+  if (size == 2 * sizeof(DwarfPlanetRecord)) throw std::bad_alloc();
+  return ::operator new(size);
+}
+
+TEST_F(DwarfPlanets, HoldsNoneWhenThereIsNoMemoryForAll) {
+  GiveFile(Image('a', "\x01\x00\x00\x00", "\x07\x00\x00\x00") +
+           Image('b', "\x01\x00\x00\x00", "\x08\x00\x00\x00"));
+  {
+    const kv::test::ImportPatch patch(kv::test::kNew, &RefuseTwoRecords);
+    EXPECT_THROW(DwarfPlanetsIO(), std::bad_alloc);
+  }
+  EXPECT_TRUE(DwarfPlanetsIO::ms_DwarfPlanets.empty());
+  const DwarfPlanetsIO store;
+  EXPECT_EQ(DwarfPlanetsIO::ms_DwarfPlanets.size(), 2U);
 }
 
 TEST_F(DwarfPlanets, PrefersTheCopyInTheWritableFolder) {

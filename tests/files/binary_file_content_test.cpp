@@ -1,5 +1,6 @@
 // Reading, seeking, measuring and copying binary files, and questions by path.
 #include "tests/files/binary_file_fixture.h"
+#include "tests/support/failing_system.h"
 
 namespace {
 
@@ -105,6 +106,21 @@ TEST_F(BinaryFileContent, DoesNotCopyAnEmptySource) {
   WriteBytes("empty.bin", "");
   EXPECT_FALSE(MFile::FileCopy("empty.bin", "target.bin"));
   EXPECT_FALSE(FileExists("target.bin"));
+}
+
+TEST_F(BinaryFileContent, DoesNotCopyASourceThatIsCutMeanwhile) {
+  WriteBytes("source.bin", "abc");
+  const kv::test::LimitedReads reads(2);
+  EXPECT_FALSE(MFile::FileCopy("source.bin", "target.bin"));
+  EXPECT_EQ(ReadBytes("target.bin"), "");
+}
+
+// Of that length the system's answer is the one that it gives when it fails.
+TEST_F(BinaryFileContent, TakesTheLengthThatLooksLikeAFailureForALength) {
+  kv::test::MakeSparse("source.bin", 0xFFFFFFFFLL);
+  const kv::test::ImportPatch patch(kv::test::kNewArrayOrNull, &kv::test::RefuseMemory);
+  EXPECT_FALSE(MFile::FileCopy("source.bin", "target.bin"));
+  EXPECT_TRUE(FileExists("target.bin"));
 }
 
 TEST_F(BinaryFileContent, CopiesOverAReadOnlyTarget) {

@@ -1,7 +1,10 @@
 // What the mode bits ask of the system, and what comes of it.
+#include <windows.h>
+
 #include <string>
 
 #include "tests/files/binary_file_fixture.h"
+#include "tests/support/import_patch.h"
 
 namespace {
 
@@ -179,6 +182,17 @@ TEST_F(BinaryFileModes, TakesTheReadOnlyAttributeFromAFileItWrites) {
   EXPECT_EQ(file.Write("X", 1), 1u);
   EXPECT_TRUE(file.Close());
   EXPECT_EQ(ReadBytes("a.bin"), "Xbc");
+}
+
+BOOL WINAPI ChangeNothing(const wchar_t* /*path*/, DWORD /*attributes*/) { return TRUE; }
+
+TEST_F(BinaryFileModes, DoesNotOpenAFileThatOnlySeemsToLoseTheReadOnlyAttribute) {
+  WriteBytes("a.bin", "abc");
+  kv::test::SetReadOnly("a.bin", true);
+  const kv::test::ImportPatch patch("SetFileAttributesW", &ChangeNothing);
+  MFile file;
+  EXPECT_FALSE(file.Open("a.bin", 4));
+  EXPECT_TRUE(kv::test::IsReadOnly("a.bin"));
 }
 
 TEST_F(BinaryFileModes, AFolderIsNoFile) {

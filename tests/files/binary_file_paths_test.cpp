@@ -1,7 +1,10 @@
 // Paths that stress the road to the system: other scripts, over-long, empty, malformed.
+#include <climits>
 #include <string>
 #include <vector>
 
+#include "tests/files/binary_file_fixture.h"
+#include "tests/support/huge_text.h"
 #include "tests/support/sandbox.h"
 #include "utils/files/files.h"
 
@@ -79,6 +82,22 @@ TEST_F(BinaryFilePath, LongPathsWithinTheLimitWork) {
   EXPECT_EQ(file.Write("abc", 3), 3u);
   EXPECT_TRUE(file.Close());
   EXPECT_EQ(MFile::GetLength(path.c_str()), 3);
+}
+
+TEST_F(BinaryFilePath, MessagesCarryPathsOfSeveralHundredCharacters) {
+  WriteBytes("a.bin", "abc");
+  std::string path;
+  for (int i = 0; i < 200; ++i) path += ".\\";
+  path += "a.bin";
+  MFile file(path.c_str(), 2);
+  EXPECT_EQ(kv::test::Raised([&] { file.Write("x", 1); }),
+            "MFile::Write - writing error in file " + path + "\n");
+}
+
+TEST_F(BinaryFilePath, OfMoreBytesThanAnIntCanTellNamesNothing) {
+  kv::test::HugeText path(std::size_t{INT_MAX} + 1);
+  ASSERT_NE(path.Get(), nullptr);
+  EXPECT_FALSE(MFile::IsExist(path.Get()));
 }
 
 }  // namespace

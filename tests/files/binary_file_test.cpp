@@ -96,6 +96,16 @@ TEST_F(BinaryFile, AFailedOpenLeavesItUsable) {
   EXPECT_TRUE(file.Close());
 }
 
+TEST_F(BinaryFile, AfterAFailedOpenOfAnotherPathNothingIsClosed) {
+  WriteBytes("a.bin", "abc");
+  OpenedFile file("a.bin", 2);
+  OpenedFile firstHandle(file);
+  EXPECT_FALSE(file.Open("missing.bin", 2));
+  EXPECT_FALSE(file.Close());
+  EXPECT_EQ(file.State(), kOpenFailed);
+  EXPECT_EQ(ReadAll(firstHandle), "abc");
+}
+
 TEST_F(BinaryFile, ABadModeLeavesAnOpenFileOpen) {
   WriteBytes("a.bin", "abc");
   WriteBytes("b.bin", "bcdef");

@@ -107,6 +107,7 @@ constexpr const char* kUnknownModes[] = {
     "r, ccs= ",
     "r, ccs=utf8",
     "r, ccs=UTF-16",
+    "r, ccs=UTX-8",
     "r, ccs=UTF-8b",
     "r, ccs=UTF\r8",  // as far from "-" as a capital letter from a small one
     "r, ccs=UTF-",

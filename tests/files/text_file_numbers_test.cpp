@@ -285,6 +285,15 @@ TEST_F(TextFileNumbers, ReadsRealsByAnyFormatWithAPointInEveryLocale) {
   EXPECT_EQ(value, 1.5F);
 }
 
+TEST_F(TextFileNumbers, ReadsNothingByAFormatThatBeginsWithoutAPercentSign) {
+  WriteBytes("line.txt", "x7\n");
+  FormatReader file;
+  ASSERT_TRUE(file.Open("line.txt", false));
+  int value = -7;
+  EXPECT_EQ(file.Readln(&value, 1, "x%d", 4), 0);
+  EXPECT_EQ(value, -7);
+}
+
 TEST_F(TextFileNumbers, LeavesTheLineAsItWasBehindATokenThatIsNoNumber) {
   WriteBytes("line.txt", "\r x\n");
   FormatReader file;

@@ -238,8 +238,9 @@ TEST_F(DataFileLocations, ImageThatIsNotPngIsFoundOrThrows) {
   };
   // The plain name is not reached when the sub-folder has no such image.
   for (const Case& row : {Case{"media:moon.gif", nullptr}, Case{"media:star.gif", "dark"},
-                          Case{"media:moon.PNG", nullptr}, Case{"", nullptr}, Case{"", "dark"}}) {
-    SCOPED_TRACE(row.name);
+                          Case{"media:moon.PNG", nullptr}, Case{"", nullptr}, Case{"", "dark"},
+                          Case{nullptr, nullptr}, Case{nullptr, "dark"}}) {
+    SCOPED_TRACE(row.name == nullptr ? "null" : row.name);
     std::string path = "untouched";
     try {
       GetImageFilePath(path, row.name, row.subFolder);
@@ -268,8 +269,8 @@ TEST_F(DataFileLocations, TempFileNameHasNewBeforeTheExtension) {
 }
 
 TEST_F(DataFileLocations, TempFileNameOfANameWithoutExtensionThrows) {
-  for (const char* name : {"stars", "", "catalogs:stars"}) {
-    SCOPED_TRACE(name);
+  for (const char* name : {"stars", "", "catalogs:stars", static_cast<const char*>(nullptr)}) {
+    SCOPED_TRACE(name == nullptr ? "null" : name);
     try {
       GetTempFileNameForDbUpdate(name);
       ADD_FAILURE() << "no exception";

@@ -1,15 +1,18 @@
 // Links: searched like folders, unless they lead back to one that is being searched.
 #include <gtest/gtest.h>
+#include <windows.h>
 
 #include <string>
 #include <vector>
 
 #include "tests/paths/find_files_fixture.h"
 #include "tests/paths/folder_link.h"
+#include "tests/support/import_patch.h"
 
 namespace {
 
 using kv::test::FolderLink;
+using kv::test::ImportPatch;
 using kv::test::WriteBytes;
 
 class FindingFilesLinks : public kv::test::FindingFiles {};
@@ -54,6 +57,39 @@ TEST_F(FindingFilesLinks, ToEachOtherEndTheSearch) {
   const FolderLink toM(Folder() + "n\\m", Folder() + "m");
   ASSERT_TRUE(toN.Exists() && toM.Exists()) << "needs links to folders";
   EXPECT_EQ(FoundBy("*.bin", true), (Texts{"m\\1.bin", "m\\n\\2.bin", "n\\2.bin", "n\\m\\1.bin"}));
+}
+
+// In the place of the system's function: of the first folder that is asked about, one number is
+// another one.
+class OtherNumber {
+ public:
+  explicit OtherNumber(DWORD BY_HANDLE_FILE_INFORMATION::*number)
+      : patch_("GetFileInformationByHandle", Tell) {
+    s_number = number;
+  }
+
+ private:
+  static BOOL WINAPI Tell(HANDLE folder, BY_HANDLE_FILE_INFORMATION* information) {
+    const BOOL isTold = ::GetFileInformationByHandle(folder, information);
+    if (s_number != nullptr) ++(information->*s_number);
+    s_number = nullptr;
+    return isTold;
+  }
+
+  static inline DWORD BY_HANDLE_FILE_INFORMATION::*s_number = nullptr;
+  ImportPatch patch_;
+};
+
+TEST_F(FindingFilesLinks, ToAFolderOfWhichOneNumberAloneDiffersAreSearched) {
+  Give("a.bin");
+  const FolderLink back(Folder() + "back", Root() + "u");
+  ASSERT_TRUE(back.Exists()) << "needs links to folders";
+  for (const auto number :
+       {&BY_HANDLE_FILE_INFORMATION::dwVolumeSerialNumber,
+        &BY_HANDLE_FILE_INFORMATION::nFileIndexHigh, &BY_HANDLE_FILE_INFORMATION::nFileIndexLow}) {
+    const OtherNumber other(number);
+    EXPECT_EQ(FoundBy("*.bin", true), (Texts{"a.bin", "back\\a.bin"}));
+  }
 }
 
 TEST_F(FindingFilesLinks, MayBeTheFolderThatIsSearched) {

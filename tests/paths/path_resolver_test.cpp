@@ -219,6 +219,9 @@ TEST_F(PathResolver, AsksThePlainNameTwiceWithoutALanguageFolder) {
   KelvarisPath::SetLocaleFolder("");
   EXPECT_EQ(Answer(resolver.GetPath("media:a.txt")), Work() + "media\\a.txt");
   EXPECT_EQ(Answer(resolver.GetPath(":media:a.txt")), Work() + "media\\a.txt");
+  KelvarisPath::SetLocaleFolder("en");
+  KelvarisPath::SetLocaleFolder(nullptr);
+  EXPECT_STREQ(KelvarisPath::GetLocaleFolder(), "");
 }
 
 TEST_F(PathResolver, FollowsTheLanguageFolder) {

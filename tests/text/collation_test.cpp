@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
+#include <windows.h>
 
 #include <string>
 
+#include "tests/support/import_patch.h"
 #include "utils/text/text.h"
 
 namespace {
@@ -262,6 +264,17 @@ TEST(SpecialComparison, DoesNotExist) {
     SetSpecialCompareFunctionId(id);
     EXPECT_EQ(GetSpecialCompareFunctionId(), -1);
   }
+}
+
+// In the place of the system's conversion: refuses.
+int WINAPI ConvertNothing(UINT, DWORD, const char*, int, wchar_t*, int) { return 0; }
+
+TEST(CompareStrings, FailsWhenTheSystemDoesNotConvertACharacterBeyondTheBasicPlane) {
+  constexpr const char* kGlobe = "\xF0\x9F\x8C\x8D";  // U+1F30D
+  EXPECT_EQ(CompareStrings("a", "b", false), -1) << "the order is known from here on";
+  const kv::test::ImportPatch patch("MultiByteToWideChar", &ConvertNothing);
+  EXPECT_EQ(CompareStrings(kGlobe, "a", false), -3);
+  EXPECT_EQ(CompareStrings("a", kGlobe, false), -3);
 }
 
 }  // namespace

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <string>
 #include <vector>
 
+#include "tests/support/guarded_pages.h"
 #include "tests/text/scoped_locale.h"
 #include "utils/text/text.h"
 
@@ -104,6 +106,17 @@ TEST(CompareStringWithNumber, SharesTheOverflowOfAtoi) {
   }
   EXPECT_EQ(CompareStringWithNumber("99999999999999999999", "99999999999999999999"), 0);
   EXPECT_EQ(CompareStringWithNumber("1000000000", "1000000001"), -1);
+}
+
+TEST(CompareStringWithNumber, ReadsNumbersBeyondIntAcrossPages) {
+  constexpr std::size_t kPage = 4096;
+  const kv::test::GuardedPages pages(2 * kPage);
+  for (std::size_t before = 1; before <= 12; ++before) {
+    char* const number = pages.Begin() + kPage - before;
+    std::strcpy(number, "1000000000");
+    EXPECT_EQ(CompareStringWithNumber(number, "1000000001"), -1) << before;
+    EXPECT_EQ(CompareStringWithNumber("1000000001", number), 1) << before;
+  }
 }
 
 TEST(CompareStringWithNumber, SortsACatalogue) {

@@ -152,7 +152,7 @@ bool MFile::Search(const unsigned char* pattern, unsigned length, bool fromStart
 
   const int chunk = std::min(size - start, kSearchChunk);
   const auto buffer = std::make_unique_for_overwrite<unsigned char[]>(static_cast<unsigned>(chunk));
-  for (int position = start; position < size;) {
+  for (int position = start;; position += chunk) {
     const auto wanted = static_cast<unsigned>(chunk);
     const unsigned read = std::min(Read(buffer.get(), wanted), wanted);
     const int index = MemorySearch(buffer.get(), read, pattern, length);
@@ -162,7 +162,6 @@ bool MFile::Search(const unsigned char* pattern, unsigned length, bool fromStart
       return true;
     }
     if (size - position <= chunk) break;
-    position += chunk;
   }
   Seek(0, start);
   return false;

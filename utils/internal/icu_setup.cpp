@@ -34,10 +34,8 @@ class Reserve {
   void* Take(std::size_t size) {
     const std::size_t room = kSize - used_;
     if (size > room) return nullptr;
-    const std::size_t needed = (size + kAlignment - 1) / kAlignment * kAlignment;
-    if (needed > room) return nullptr;
     void* const block = bytes_ + used_;
-    used_ += needed;
+    used_ += (size + kAlignment - 1) / kAlignment * kAlignment;  // not beyond the room
     ++blocks_;
     return block;
   }
@@ -52,6 +50,7 @@ class Reserve {
 
  private:
   static constexpr std::size_t kSize = std::size_t{512} << 10;
+  static_assert(kSize % kAlignment == 0);
 
   alignas(kAlignment) std::byte bytes_[kSize];
   std::size_t used_;

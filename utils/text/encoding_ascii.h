@@ -138,7 +138,7 @@ inline void PassAscii(Place<Out, In>& place) {
 template <typename Out, typename In>
 inline bool PassAsciiEnd(Place<Out, In>& place) {
   const std::size_t left = place.Left();
-  if (left == 0 || left >= kAsciiBlock) return left == 0;
+  if (left == 0) return true;
   const AsciiBlock last(place.end - kAsciiBlock);
   if (!last.IsWhole()) return false;
   place.Advance(left);
