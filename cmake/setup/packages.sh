@@ -5,6 +5,7 @@ build_packages=(
   # ICU's data: its tools, a native compiler for the rules' compiler
   icu-devtools gawk gcc g++ patch xz-utils
   googletest
+  python3  # which the build asks for its checks
 )
 # Besides clang and its linker: a display, a native program that uses its clipboard, what reads the benchmarks,
 # what reads the package and the workflows, and
